@@ -1,0 +1,462 @@
+#pragma once
+
+// The window-system services the module uses, one operation per Win32 call and
+// under the Win32 name. The win32 implementation passes each call through; the
+// portable one emulates the same semantics in-process (tests, host simulator).
+//
+// Include this header before <windows.h> in any file that needs both: the
+// constants below share their names with the system's macros.
+
+#include <cstdint>
+#include <memory>
+
+#include "base/Status.h"
+
+namespace qx {
+
+struct TWindowHandleTag;
+struct THookHandleTag;
+
+// Opaque, pointer-sized window handle; null is "no window".
+using HWnd = TWindowHandleTag*;
+using HHook = THookHandleTag*;
+
+// Exactly the system's parameter types, so procedures can be handed over unchanged.
+#if defined(_WIN32) && !defined(_WIN64)
+using LongPtr = long;
+using ULongPtr = unsigned long;
+#else
+using LongPtr = std::intptr_t;
+using ULongPtr = std::uintptr_t;
+#endif
+using WParam = std::uintptr_t;
+using LParam = LongPtr;
+using LResult = LongPtr;
+
+using WndProc = LResult(QX_STDCALL*)(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam);
+// Multimedia timer callback: (timer id, reserved message, user value, reserved, reserved).
+using TimerProc = void(QX_STDCALL*)(std::uint32_t id, std::uint32_t msg, ULongPtr user, ULongPtr, ULongPtr);
+using MMTimerProc = TimerProc;
+// Returns 0 to end the enumeration.
+using EnumWindowsProc = std::int32_t(QX_STDCALL*)(HWnd hwnd, LParam lParam);
+using HookProc = LResult(QX_STDCALL*)(std::int32_t code, WParam wParam, LParam lParam);
+
+struct Point {
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+  friend bool operator==(const Point&, const Point&) = default;
+};
+
+struct Rect {
+  std::int32_t left = 0;
+  std::int32_t top = 0;
+  std::int32_t right = 0;
+  std::int32_t bottom = 0;
+  std::int32_t Width() const { return right - left; }
+  std::int32_t Height() const { return bottom - top; }
+  friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+struct Msg {
+  HWnd hwnd = nullptr;
+  std::uint32_t message = 0;
+  WParam wParam = 0;
+  LParam lParam = 0;
+  std::uint32_t time = 0;
+  Point pt;
+};
+
+// Same layout as the system's CREATESTRUCTW: WM_NCCREATE/WM_CREATE point at it.
+struct CreateStructW {
+  void* lpCreateParams = nullptr;
+  void* hInstance = nullptr;
+  void* hMenu = nullptr;
+  HWnd hwndParent = nullptr;
+  std::int32_t cy = 0;
+  std::int32_t cx = 0;
+  std::int32_t y = 0;
+  std::int32_t x = 0;
+  std::int32_t style = 0;
+  const char16_t* lpszName = nullptr;
+  const char16_t* lpszClass = nullptr;
+  std::uint32_t dwExStyle = 0;
+};
+
+// Same layout as the system's WINDOWPOS: WM_WINDOWPOSCHANGED points at it.
+struct WindowPos {
+  HWnd hwnd = nullptr;
+  HWnd hwndInsertAfter = nullptr;
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+  std::int32_t cx = 0;
+  std::int32_t cy = 0;
+  std::uint32_t flags = 0;
+};
+
+// Same layout as the system's MOUSEHOOKSTRUCT (WH_MOUSE lParam).
+struct MouseHookStruct {
+  Point pt;
+  HWnd hwnd = nullptr;
+  std::uint32_t wHitTestCode = 0;
+  ULongPtr dwExtraInfo = 0;
+};
+
+// Same layout as the system's CWPSTRUCT (WH_CALLWNDPROC lParam).
+struct CwpStruct {
+  LParam lParam = 0;
+  WParam wParam = 0;
+  std::uint32_t message = 0;
+  HWnd hwnd = nullptr;
+};
+
+constexpr std::uint16_t LoWord(std::uintptr_t v) { return static_cast<std::uint16_t>(v & 0xFFFF); }
+constexpr std::uint16_t HiWord(std::uintptr_t v) { return static_cast<std::uint16_t>((v >> 16) & 0xFFFF); }
+// Signed coordinates packed in an lParam (GET_X_LPARAM / GET_Y_LPARAM).
+constexpr std::int32_t XFromLParam(LParam v) { return static_cast<std::int16_t>(LoWord(static_cast<std::uintptr_t>(v))); }
+constexpr std::int32_t YFromLParam(LParam v) { return static_cast<std::int16_t>(HiWord(static_cast<std::uintptr_t>(v))); }
+constexpr LParam MakeLParam(std::int32_t lo, std::int32_t hi) {
+  return static_cast<LParam>(static_cast<std::uint32_t>(static_cast<std::uint16_t>(lo)) |
+                             (static_cast<std::uint32_t>(static_cast<std::uint16_t>(hi)) << 16));
+}
+constexpr WParam MakeWParam(std::int32_t lo, std::int32_t hi) {
+  return static_cast<WParam>(static_cast<std::uint32_t>(static_cast<std::uint16_t>(lo)) |
+                             (static_cast<std::uint32_t>(static_cast<std::uint16_t>(hi)) << 16));
+}
+
+namespace win {
+
+// Window styles.
+inline constexpr std::uint32_t WS_OVERLAPPED = 0x00000000u;
+inline constexpr std::uint32_t WS_POPUP = 0x80000000u;
+inline constexpr std::uint32_t WS_CHILD = 0x40000000u;
+inline constexpr std::uint32_t WS_MINIMIZE = 0x20000000u;
+inline constexpr std::uint32_t WS_VISIBLE = 0x10000000u;
+inline constexpr std::uint32_t WS_DISABLED = 0x08000000u;
+inline constexpr std::uint32_t WS_CLIPSIBLINGS = 0x04000000u;
+inline constexpr std::uint32_t WS_CLIPCHILDREN = 0x02000000u;
+inline constexpr std::uint32_t WS_MAXIMIZE = 0x01000000u;
+inline constexpr std::uint32_t WS_CAPTION = 0x00C00000u;
+inline constexpr std::uint32_t WS_BORDER = 0x00800000u;
+inline constexpr std::uint32_t WS_SYSMENU = 0x00080000u;
+inline constexpr std::uint32_t WS_THICKFRAME = 0x00040000u;
+inline constexpr std::uint32_t WS_EX_TOPMOST = 0x00000008u;
+inline constexpr std::uint32_t WS_EX_TRANSPARENT = 0x00000020u;
+inline constexpr std::uint32_t WS_EX_TOOLWINDOW = 0x00000080u;
+inline constexpr std::uint32_t WS_EX_LAYERED = 0x00080000u;
+inline constexpr std::uint32_t WS_EX_NOACTIVATE = 0x08000000u;
+
+inline constexpr std::int32_t CW_USEDEFAULT = static_cast<std::int32_t>(0x80000000u);
+
+// Window long indexes.
+inline constexpr std::int32_t GWL_WNDPROC = -4;
+inline constexpr std::int32_t GWLP_WNDPROC = -4;
+inline constexpr std::int32_t GWLP_HINSTANCE = -6;
+inline constexpr std::int32_t GWLP_HWNDPARENT = -8;
+inline constexpr std::int32_t GWL_ID = -12;
+inline constexpr std::int32_t GWLP_ID = -12;
+inline constexpr std::int32_t GWL_STYLE = -16;
+inline constexpr std::int32_t GWL_EXSTYLE = -20;
+inline constexpr std::int32_t GWL_USERDATA = -21;
+inline constexpr std::int32_t GWLP_USERDATA = -21;
+
+// Special parents and z-order places.
+inline const HWnd HWND_MESSAGE = reinterpret_cast<HWnd>(static_cast<std::intptr_t>(-3));
+inline const HWnd HWND_TOP = nullptr;
+inline const HWnd HWND_BOTTOM = reinterpret_cast<HWnd>(static_cast<std::intptr_t>(1));
+inline const HWnd HWND_TOPMOST = reinterpret_cast<HWnd>(static_cast<std::intptr_t>(-1));
+inline const HWnd HWND_NOTOPMOST = reinterpret_cast<HWnd>(static_cast<std::intptr_t>(-2));
+
+// Messages.
+inline constexpr std::uint32_t WM_NULL = 0x0000;
+inline constexpr std::uint32_t WM_CREATE = 0x0001;
+inline constexpr std::uint32_t WM_DESTROY = 0x0002;
+inline constexpr std::uint32_t WM_MOVE = 0x0003;
+inline constexpr std::uint32_t WM_SIZE = 0x0005;
+inline constexpr std::uint32_t WM_ACTIVATE = 0x0006;
+inline constexpr std::uint32_t WM_SETFOCUS = 0x0007;
+inline constexpr std::uint32_t WM_KILLFOCUS = 0x0008;
+inline constexpr std::uint32_t WM_SETTEXT = 0x000C;
+inline constexpr std::uint32_t WM_PAINT = 0x000F;
+inline constexpr std::uint32_t WM_CLOSE = 0x0010;
+inline constexpr std::uint32_t WM_QUIT = 0x0012;
+inline constexpr std::uint32_t WM_SHOWWINDOW = 0x0018;
+inline constexpr std::uint32_t WM_MOUSEACTIVATE = 0x0021;
+inline constexpr std::uint32_t WM_WINDOWPOSCHANGING = 0x0046;
+inline constexpr std::uint32_t WM_WINDOWPOSCHANGED = 0x0047;
+inline constexpr std::uint32_t WM_NCCREATE = 0x0081;
+inline constexpr std::uint32_t WM_NCDESTROY = 0x0082;
+inline constexpr std::uint32_t WM_NCHITTEST = 0x0084;
+inline constexpr std::uint32_t WM_KEYDOWN = 0x0100;
+inline constexpr std::uint32_t WM_KEYUP = 0x0101;
+inline constexpr std::uint32_t WM_CHAR = 0x0102;
+inline constexpr std::uint32_t WM_SYSKEYDOWN = 0x0104;
+inline constexpr std::uint32_t WM_SYSKEYUP = 0x0105;
+inline constexpr std::uint32_t WM_TIMER = 0x0113;
+inline constexpr std::uint32_t WM_GESTURE = 0x0119;
+inline constexpr std::uint32_t WM_MOUSEFIRST = 0x0200;
+inline constexpr std::uint32_t WM_MOUSEMOVE = 0x0200;
+inline constexpr std::uint32_t WM_LBUTTONDOWN = 0x0201;
+inline constexpr std::uint32_t WM_LBUTTONUP = 0x0202;
+inline constexpr std::uint32_t WM_LBUTTONDBLCLK = 0x0203;
+inline constexpr std::uint32_t WM_RBUTTONDOWN = 0x0204;
+inline constexpr std::uint32_t WM_RBUTTONUP = 0x0205;
+inline constexpr std::uint32_t WM_RBUTTONDBLCLK = 0x0206;
+inline constexpr std::uint32_t WM_MBUTTONDOWN = 0x0207;
+inline constexpr std::uint32_t WM_MBUTTONUP = 0x0208;
+inline constexpr std::uint32_t WM_MBUTTONDBLCLK = 0x0209;
+inline constexpr std::uint32_t WM_MOUSEWHEEL = 0x020A;
+inline constexpr std::uint32_t WM_MOUSEHWHEEL = 0x020E;
+inline constexpr std::uint32_t WM_MOUSELAST = 0x020E;
+inline constexpr std::uint32_t WM_CAPTURECHANGED = 0x0215;
+inline constexpr std::uint32_t WM_TOUCH = 0x0240;
+inline constexpr std::uint32_t WM_MOUSELEAVE = 0x02A3;
+inline constexpr std::uint32_t WM_USER = 0x0400;
+inline constexpr std::uint32_t WM_APP = 0x8000;
+
+// Mouse key flags in wParam.
+inline constexpr std::uint32_t MK_LBUTTON = 0x0001;
+inline constexpr std::uint32_t MK_RBUTTON = 0x0002;
+inline constexpr std::uint32_t MK_SHIFT = 0x0004;
+inline constexpr std::uint32_t MK_CONTROL = 0x0008;
+inline constexpr std::uint32_t MK_MBUTTON = 0x0010;
+inline constexpr std::int32_t WHEEL_DELTA = 120;
+
+// Hit test answers.
+inline constexpr LResult HTTRANSPARENT = -1;
+inline constexpr LResult HTNOWHERE = 0;
+inline constexpr LResult HTCLIENT = 1;
+
+// SetWindowPos flags.
+inline constexpr std::uint32_t SWP_NOSIZE = 0x0001;
+inline constexpr std::uint32_t SWP_NOMOVE = 0x0002;
+inline constexpr std::uint32_t SWP_NOZORDER = 0x0004;
+inline constexpr std::uint32_t SWP_NOREDRAW = 0x0008;
+inline constexpr std::uint32_t SWP_NOACTIVATE = 0x0010;
+inline constexpr std::uint32_t SWP_FRAMECHANGED = 0x0020;
+inline constexpr std::uint32_t SWP_SHOWWINDOW = 0x0040;
+inline constexpr std::uint32_t SWP_HIDEWINDOW = 0x0080;
+inline constexpr std::uint32_t SWP_NOCOPYBITS = 0x0100;
+inline constexpr std::uint32_t SWP_NOOWNERZORDER = 0x0200;
+inline constexpr std::uint32_t SWP_NOSENDCHANGING = 0x0400;
+
+// ShowWindow commands.
+inline constexpr std::int32_t SW_HIDE = 0;
+inline constexpr std::int32_t SW_SHOWNORMAL = 1;
+inline constexpr std::int32_t SW_SHOW = 5;
+inline constexpr std::int32_t SW_SHOWNA = 8;
+inline constexpr std::int32_t SW_SHOWNOACTIVATE = 4;
+
+// WM_SIZE kinds.
+inline constexpr WParam SIZE_RESTORED = 0;
+
+// GetWindow relations.
+inline constexpr std::uint32_t GW_HWNDFIRST = 0;
+inline constexpr std::uint32_t GW_HWNDLAST = 1;
+inline constexpr std::uint32_t GW_HWNDNEXT = 2;
+inline constexpr std::uint32_t GW_HWNDPREV = 3;
+inline constexpr std::uint32_t GW_OWNER = 4;
+inline constexpr std::uint32_t GW_CHILD = 5;
+
+// PeekMessageW options.
+inline constexpr std::uint32_t PM_NOREMOVE = 0x0000;
+inline constexpr std::uint32_t PM_REMOVE = 0x0001;
+
+// Virtual keys.
+inline constexpr std::int32_t VK_LBUTTON = 0x01;
+inline constexpr std::int32_t VK_RBUTTON = 0x02;
+inline constexpr std::int32_t VK_MBUTTON = 0x04;
+inline constexpr std::int32_t VK_BACK = 0x08;
+inline constexpr std::int32_t VK_TAB = 0x09;
+inline constexpr std::int32_t VK_RETURN = 0x0D;
+inline constexpr std::int32_t VK_SHIFT = 0x10;
+inline constexpr std::int32_t VK_CONTROL = 0x11;
+inline constexpr std::int32_t VK_MENU = 0x12;
+inline constexpr std::int32_t VK_ESCAPE = 0x1B;
+inline constexpr std::int32_t VK_LEFT = 0x25;
+inline constexpr std::int32_t VK_UP = 0x26;
+inline constexpr std::int32_t VK_RIGHT = 0x27;
+inline constexpr std::int32_t VK_DOWN = 0x28;
+inline constexpr std::int32_t VK_DELETE = 0x2E;
+
+// SetTimer bounds: shorter intervals are raised to the minimum.
+inline constexpr std::uint32_t USER_TIMER_MINIMUM = 0x0000000A;
+inline constexpr std::uint32_t USER_TIMER_MAXIMUM = 0x7FFFFFFF;
+
+// Multimedia timers.
+inline constexpr std::uint32_t TIME_ONESHOT = 0x0000;
+inline constexpr std::uint32_t TIME_PERIODIC = 0x0001;
+inline constexpr std::uint32_t TIME_CALLBACK_FUNCTION = 0x0000;
+inline constexpr std::uint32_t TIME_KILL_SYNCHRONOUS = 0x0100;
+inline constexpr std::uint32_t TIMERR_NOERROR = 0;
+inline constexpr std::uint32_t MMSYSERR_INVALPARAM = 11;
+
+// Hooks.
+inline constexpr std::int32_t WH_GETMESSAGE = 3;
+inline constexpr std::int32_t WH_CALLWNDPROC = 4;
+inline constexpr std::int32_t WH_MOUSE = 7;
+inline constexpr std::int32_t HC_ACTION = 0;
+
+// GetSystemMetrics indexes.
+inline constexpr std::int32_t SM_CXSCREEN = 0;
+inline constexpr std::int32_t SM_CYSCREEN = 1;
+inline constexpr std::int32_t SM_CXDOUBLECLK = 36;
+inline constexpr std::int32_t SM_CYDOUBLECLK = 37;
+inline constexpr std::int32_t SM_CXDRAG = 68;
+inline constexpr std::int32_t SM_CYDRAG = 69;
+inline constexpr std::int32_t SM_DIGITIZER = 94;
+inline constexpr std::int32_t SM_MAXIMUMTOUCHES = 95;
+
+// Locale queries.
+inline constexpr std::uint32_t LOCALE_USER_DEFAULT = 0x0400;
+inline constexpr std::uint32_t LOCALE_SYSTEM_DEFAULT = 0x0800;
+inline constexpr std::uint32_t LOCALE_ILANGUAGE = 0x0001;
+inline constexpr std::uint32_t LOCALE_SISO639LANGNAME = 0x0059;
+inline constexpr std::uint32_t LOCALE_SISO3166CTRYNAME = 0x005A;
+inline constexpr std::uint32_t LOCALE_SNAME = 0x005C;
+
+// Message boxes.
+inline constexpr std::uint32_t MB_OK = 0x0000;
+inline constexpr std::uint32_t MB_OKCANCEL = 0x0001;
+inline constexpr std::uint32_t MB_YESNO = 0x0004;
+inline constexpr std::uint32_t MB_ICONERROR = 0x0010;
+inline constexpr std::uint32_t MB_ICONWARNING = 0x0030;
+inline constexpr std::uint32_t MB_ICONINFORMATION = 0x0040;
+inline constexpr std::int32_t IDOK = 1;
+inline constexpr std::int32_t IDCANCEL = 2;
+inline constexpr std::int32_t IDYES = 6;
+inline constexpr std::int32_t IDNO = 7;
+
+// Extra info stamped on mouse messages synthesized from pen or touch input.
+inline constexpr std::uint32_t MI_WP_SIGNATURE = 0xFF515700u;
+inline constexpr std::uint32_t SIGNATURE_MASK = 0xFFFFFF00u;
+
+}  // namespace win
+
+class IPortableOs;
+
+// One operation per system call, same name, same meaning, same failure answers
+// (0, false or null). Handles the system does not know give failure, never a crash.
+class IPlatform {
+ public:
+  virtual ~IPlatform() = default;
+
+  // Window classes. RegisterClassW answers 0 when the name is taken.
+  virtual std::uint16_t RegisterClassW(const char16_t* className, WndProc wndProc) = 0;
+  virtual bool UnregisterClassW(const char16_t* className) = 0;
+  // True when the class exists; its window procedure goes to *wndProc when given.
+  virtual bool GetClassInfoW(const char16_t* className, WndProc* wndProc) = 0;
+
+  // Windows. parent may be HWND_MESSAGE for a message-only window; userData arrives
+  // as CreateStructW::lpCreateParams with WM_NCCREATE and WM_CREATE.
+  virtual HWnd CreateWindowExW(std::uint32_t exStyle, const char16_t* className, const char16_t* title,
+                               std::uint32_t style, std::int32_t x, std::int32_t y, std::int32_t width,
+                               std::int32_t height, HWnd parent, void* userData) = 0;
+  virtual bool DestroyWindow(HWnd hwnd) = 0;
+  virtual bool IsWindow(HWnd hwnd) = 0;
+  virtual LResult DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
+  virtual LResult CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
+  virtual std::int32_t GetWindowLongW(HWnd hwnd, std::int32_t index) = 0;
+  virtual std::int32_t SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) = 0;
+  virtual LongPtr GetWindowLongPtrW(HWnd hwnd, std::int32_t index) = 0;
+  virtual LongPtr SetWindowLongPtrW(HWnd hwnd, std::int32_t index, LongPtr value) = 0;
+  virtual HWnd SetParent(HWnd child, HWnd newParent) = 0;
+  virtual HWnd GetParent(HWnd hwnd) = 0;
+  virtual HWnd GetWindow(HWnd hwnd, std::uint32_t relation) = 0;
+  virtual HWnd GetDesktopWindow() = 0;
+  virtual bool IsChild(HWnd parent, HWnd hwnd) = 0;
+  virtual bool SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std::int32_t y, std::int32_t cx,
+                            std::int32_t cy, std::uint32_t flags) = 0;
+  virtual bool MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
+                          bool repaint) = 0;
+  // Screen coordinates.
+  virtual bool GetWindowRect(HWnd hwnd, Rect* rect) = 0;
+  // Client coordinates: left and top are 0.
+  virtual bool GetClientRect(HWnd hwnd, Rect* rect) = 0;
+  // Answers whether the window was visible before.
+  virtual bool ShowWindow(HWnd hwnd, std::int32_t cmdShow) = 0;
+  virtual bool IsWindowVisible(HWnd hwnd) = 0;
+  virtual bool ClientToScreen(HWnd hwnd, Point* point) = 0;
+  virtual bool ScreenToClient(HWnd hwnd, Point* point) = 0;
+  virtual HWnd WindowFromPoint(Point screenPoint) = 0;
+  virtual bool InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) = 0;
+  virtual bool UpdateWindow(HWnd hwnd) = 0;
+
+  // Search. Null className or title matches any; both compare ignoring case.
+  virtual HWnd FindWindowW(const char16_t* className, const char16_t* title) = 0;
+  // Top-level windows, front to back; false when the callback ended it.
+  virtual bool EnumWindows(EnumWindowsProc callback, LParam lParam) = 0;
+  // Copies at most maxCount - 1 units and a terminating zero; answers the units copied.
+  virtual std::int32_t GetClassNameW(HWnd hwnd, char16_t* buffer, std::int32_t maxCount) = 0;
+  virtual std::int32_t GetWindowTextW(HWnd hwnd, char16_t* buffer, std::int32_t maxCount) = 0;
+  virtual std::int32_t GetWindowTextLengthW(HWnd hwnd) = 0;
+  virtual bool SetWindowTextW(HWnd hwnd, const char16_t* text) = 0;
+  // Answers the window's thread id (0 for an unknown window); the process id goes to *processId.
+  virtual std::uint32_t GetWindowThreadProcessId(HWnd hwnd, std::uint32_t* processId) = 0;
+  virtual std::uint32_t GetCurrentProcessId() = 0;
+  virtual std::uint32_t GetCurrentThreadId() = 0;
+
+  // Messages. PostMessageW may be called from any thread; a null hwnd posts to the
+  // calling thread's own queue.
+  virtual bool PostMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
+  virtual bool PostThreadMessageW(std::uint32_t threadId, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
+  virtual LResult SendMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
+  // Blocks until a message arrives; answers 0 on WM_QUIT, -1 on error, else nonzero.
+  virtual std::int32_t GetMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin, std::uint32_t filterMax) = 0;
+  virtual bool PeekMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin, std::uint32_t filterMax,
+                            std::uint32_t removeMsg) = 0;
+  virtual bool TranslateMessage(const Msg* msg) = 0;
+  virtual LResult DispatchMessageW(const Msg* msg) = 0;
+  virtual void PostQuitMessage(std::int32_t exitCode) = 0;
+  virtual LParam GetMessageExtraInfo() = 0;
+
+  // Window timers: WM_TIMER to the window with wParam = id.
+  virtual std::uintptr_t SetTimer(HWnd hwnd, std::uintptr_t id, std::uint32_t elapse) = 0;
+  virtual bool KillTimer(HWnd hwnd, std::uintptr_t id) = 0;
+
+  // Multimedia timers: the callback runs on a thread of its own. timeSetEvent answers 0
+  // on failure; timeKillEvent answers TIMERR_NOERROR or MMSYSERR_INVALPARAM.
+  virtual std::uint32_t timeSetEvent(std::uint32_t delay, std::uint32_t resolution, TimerProc proc, ULongPtr user,
+                                     std::uint32_t flags) = 0;
+  virtual std::uint32_t timeKillEvent(std::uint32_t id) = 0;
+  virtual std::uint32_t timeGetTime() = 0;
+  virtual std::uint32_t GetTickCount() = 0;
+  virtual void Sleep(std::uint32_t milliseconds) = 0;
+
+  // Input state.
+  virtual std::int16_t GetKeyState(std::int32_t virtualKey) = 0;
+  virtual bool GetCursorPos(Point* point) = 0;
+  virtual bool SetCursorPos(std::int32_t x, std::int32_t y) = 0;
+  virtual std::uint32_t GetDoubleClickTime() = 0;
+  virtual HWnd SetCapture(HWnd hwnd) = 0;
+  virtual bool ReleaseCapture() = 0;
+  virtual HWnd GetCapture() = 0;
+  virtual HWnd SetFocus(HWnd hwnd) = 0;
+  virtual HWnd GetFocus() = 0;
+
+  // Hooks on this thread's message flow. WH_MOUSE sees mouse input before its window,
+  // WH_CALLWNDPROC every message sent straight to a window procedure, WH_GETMESSAGE each retrieved message.
+  virtual HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) = 0;
+  virtual bool UnhookWindowsHookEx(HHook hook) = 0;
+  virtual LResult CallNextHookEx(HHook hook, std::int32_t code, WParam wParam, LParam lParam) = 0;
+
+  // System information.
+  virtual std::int32_t GetSystemMetrics(std::int32_t index) = 0;
+  // GetDeviceCaps(screen DC, LOGPIXELSY).
+  virtual std::int32_t GetLogPixelsY() = 0;
+  virtual std::int32_t MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption, std::uint32_t type) = 0;
+  // Copies the locale value with its terminating zero; answers the units written, 0 on failure.
+  virtual std::int32_t GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
+                                      std::int32_t maxCount) = 0;
+
+  // The emulation's extra services (clock, input injection, surfaces), or null on the real system.
+  virtual IPortableOs* Portable() { return nullptr; }
+};
+
+// The process-wide platform.
+IPlatform& Platform();
+
+// Replaces the process-wide platform (tests). Answers the one installed before, if it
+// was installed this way; pass it back to restore it.
+std::unique_ptr<IPlatform> SetPlatformForTesting(std::unique_ptr<IPlatform> platform);
+
+}  // namespace qx
