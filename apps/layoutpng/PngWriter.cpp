@@ -9,6 +9,34 @@
 
 namespace qx::layoutpng {
 
+namespace {
+
+// libpng reports errors by longjmp, so nothing with a destructor lives here.
+const char* WritePng(std::FILE* file, int width, int height, const std::uint8_t* rgb) {
+  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+  if (!png) return "libpng could not start";
+  png_infop info = png_create_info_struct(png);
+  if (!info) {
+    png_destroy_write_struct(&png, nullptr);
+    return "libpng could not start";
+  }
+  if (setjmp(png_jmpbuf(png))) {
+    png_destroy_write_struct(&png, &info);
+    return "libpng failed while writing";
+  }
+  png_init_io(png, file);
+  png_set_IHDR(png, info, static_cast<png_uint_32>(width), static_cast<png_uint_32>(height), 8, PNG_COLOR_TYPE_RGB,
+               PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+  png_write_info(png, info);
+  const std::size_t stride = static_cast<std::size_t>(width) * 3;
+  for (int y = 0; y < height; ++y) png_write_row(png, rgb + static_cast<std::size_t>(y) * stride);
+  png_write_end(png, nullptr);
+  png_destroy_write_struct(&png, &info);
+  return nullptr;
+}
+
+}  // namespace
+
 TPicture::TPicture(int width, int height, std::uint32_t background)
     : width_(std::max(width, 1)), height_(std::max(height, 1)),
       rgb_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_) * 3) {
@@ -66,27 +94,14 @@ bool TPicture::save(const std::string& path, std::string& error) const {
     error = "cannot open " + path + " for writing";
     return false;
   }
-  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-  png_infop info = png ? png_create_info_struct(png) : nullptr;
-  if (!png || !info) {
-    png_destroy_write_struct(&png, nullptr);
-    error = "libpng could not start";
+  if (const char* problem = WritePng(file.get(), width_, height_, rgb_.data())) {
+    error = std::string(problem) + " (" + path + ")";
     return false;
   }
-  if (setjmp(png_jmpbuf(png))) {
-    png_destroy_write_struct(&png, &info);
-    error = "libpng failed while writing " + path;
+  if (std::fflush(file.get()) != 0) {
+    error = "cannot write " + path;
     return false;
   }
-  png_init_io(png, file.get());
-  png_set_IHDR(png, info, static_cast<png_uint_32>(width_), static_cast<png_uint_32>(height_), 8, PNG_COLOR_TYPE_RGB,
-               PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-  png_write_info(png, info);
-  for (int y = 0; y < height_; ++y) {
-    png_write_row(png, &rgb_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) * 3]);
-  }
-  png_write_end(png, nullptr);
-  png_destroy_write_struct(&png, &info);
   return true;
 }
 

@@ -162,7 +162,10 @@ class TTabGroupViewLayout {
 // Same-value test of the run-time library: equal within a relative resolution
 // of 1e-12 (absolute for small values).
 inline bool SameValue(double a, double b) {
-  const double epsilon = std::fmax(std::fmin(std::fabs(a), std::fabs(b)) * 1e-12, 1e-12);
+  const double absA = std::fabs(a);
+  const double absB = std::fabs(b);
+  const double scaled = (absA < absB ? absA : absB) * 1e-12;
+  const double epsilon = scaled > 1e-12 ? scaled : 1e-12;
   return a > b ? (a - b) <= epsilon : (b - a) <= epsilon;
 }
 

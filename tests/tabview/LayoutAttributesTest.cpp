@@ -104,6 +104,7 @@ TEST(LayoutAttributes, CountsWalkTheChain) {
   EXPECT_EQ(third->GetPrecedingCount(), 2);
   EXPECT_EQ(third->GetIndex(), 2);
   EXPECT_EQ(third->GetFollowingCount(), 2);
+  third->UnChain();
 }
 
 TEST(LayoutAttributes, UnChainOnFirstBreaksEveryLinkAndFreesAll) {
