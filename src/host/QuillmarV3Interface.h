@@ -513,9 +513,19 @@ QX_OPAQUE_INTERFACE(IQxIInputHandler, "1C076276-F3A2-11DF-BDCE-001EC20A914A")
 QX_OPAQUE_INTERFACE(IQxICabinetManager, "E3A0F44C-9E36-446D-90AE-E5C7BB688433")
 QX_OPAQUE_INTERFACE(IQxIClientWidgetFactory, "B6B8823E-3F1A-4BF0-8055-D59E91417D75")
 QX_OPAQUE_INTERFACE(IQxIMigemoSearchPlugin, "66DC0BF6-4BEF-4A82-98AD-95873C861ABB")
-QX_OPAQUE_INTERFACE(IWebBrowser2, "D30C1661-CDAF-11D0-8A3E-00C04FC9E26E")
 QX_OPAQUE_INTERFACE(IHTMLDocument2, "332C4425-26CB-11D0-B483-00C04FD90119")
 
 #undef QX_OPAQUE_INTERFACE
+
+// The platform's browser control: four dispatch slots, then the browser's own; only the
+// document is read.
+struct IWebBrowser2 : IUnknown {
+  static constexpr TGUID IID = MakeGuid("D30C1661-CDAF-11D0-8A3E-00C04FC9E26E");
+  QX_RESERVED(1) QX_RESERVED(2) QX_RESERVED(3) QX_RESERVED(4)    // dispatch
+  QX_RESERVED(5) QX_RESERVED(6) QX_RESERVED(7) QX_RESERVED(8)    // GoBack .. GoSearch
+  QX_RESERVED(9) QX_RESERVED(10) QX_RESERVED(11) QX_RESERVED(12)  // Navigate .. Stop
+  QX_RESERVED(13) QX_RESERVED(14) QX_RESERVED(15)                 // Application, Parent, Container
+  virtual HResult QX_STDCALL get_Document(IUnknown** document) = 0;  // 16
+};
 
 }  // namespace qx
