@@ -1,0 +1,308 @@
+#include <algorithm>
+#include <numeric>
+
+#include "runtime/JSONTree.h"
+#include "runtime/JSONValueImpl.h"
+
+namespace qx {
+namespace {
+
+// Objects up to this size are searched linearly; the index costs more than it saves.
+constexpr std::int32_t kLinearLimit = 8;
+
+// Sort key of one character: symbols, then digits, then letters without regard to case,
+// then everything beyond ASCII.
+int SortKey(char16_t c) {
+  if (c >= u'a' && c <= u'z') return 300 + (c - u'a');
+  if (c >= u'A' && c <= u'Z') return 300 + (c - u'A');
+  if (c >= u'0' && c <= u'9') return 200 + (c - u'0');
+  return c < 128 ? c : 400 + c;
+}
+
+}  // namespace
+
+// Member names sort the way the platform's locale-aware string compare orders ASCII
+// names: symbols before digits before letters, letters without regard to case first,
+// and lower case before upper case on a tie.
+int JSONAnsiCompareStr(std::u16string_view a, std::u16string_view b) {
+  const std::size_t n = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < n; ++i) {
+    const int ka = SortKey(a[i]), kb = SortKey(b[i]);
+    if (ka != kb) return ka < kb ? -1 : 1;
+  }
+  if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (a[i] != b[i]) return (a[i] >= u'a' && a[i] <= u'z') ? -1 : 1;
+  }
+  return 0;
+}
+
+// --- TJSONObjectNameValueList ---
+
+std::int32_t TJSONObjectNameValueList::IndexOfName(std::u16string_view Name) const {
+  for (std::size_t i = 0; i < FItems.size(); ++i) {
+    if (FItems[i].Name == Name) return static_cast<std::int32_t>(i);
+  }
+  return -1;
+}
+
+bool TJSONObjectNameValueList::RemoveFromName(std::u16string_view Name) {
+  const std::int32_t i = IndexOfName(Name);
+  if (i < 0) return false;
+  FItems.erase(FItems.begin() + i);
+  return true;
+}
+
+void TJSONObjectNameValueList::AddNameValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value) {
+  FItems.push_back(TJSONObjectNameValue{std::u16string(Name), Value});
+}
+
+bool TJSONObjectNameValueList::TrySetValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value) {
+  const std::int32_t i = IndexOfName(Name);
+  if (i < 0) return false;
+  FItems[static_cast<std::size_t>(i)].Value = Value;
+  return true;
+}
+
+// --- TJSONObjectDictionary ---
+
+std::size_t TJSONObjectDictionary::HashOf(std::u16string_view Name) {
+  // Seeded per process so that a hostile text cannot aim at one chain.
+  static const std::uint64_t seed = 0xcbf29ce484222325ULL ^ reinterpret_cast<std::uintptr_t>(&seed);
+  std::uint64_t h = seed;
+  for (char16_t c : Name) {
+    h ^= c;
+    h *= 0x100000001b3ULL;
+  }
+  h ^= h >> 29;
+  return static_cast<std::size_t>(h);
+}
+
+std::int32_t TJSONObjectDictionary::Find(std::u16string_view Name, const TJSONObjectNameValueList& Names) const {
+  if (FSlots.empty()) {
+    for (std::size_t i = 0; i < FEntries.size(); ++i) {
+      if (Names[static_cast<std::size_t>(FEntries[i].NameIndex)].Name == Name) return static_cast<std::int32_t>(i);
+    }
+    return -1;
+  }
+  const std::size_t mask = FSlots.size() - 1;
+  for (std::size_t s = HashOf(Name) & mask;; s = (s + 1) & mask) {
+    const std::int32_t e = FSlots[s];
+    if (e < 0) return -1;
+    if (Names[static_cast<std::size_t>(FEntries[static_cast<std::size_t>(e)].NameIndex)].Name == Name) return e;
+  }
+}
+
+void TJSONObjectDictionary::InsertIntoIndex(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names) {
+  const std::size_t mask = FSlots.size() - 1;
+  std::size_t s = HashOf(Names[static_cast<std::size_t>(FEntries[static_cast<std::size_t>(EntryIndex)].NameIndex)].Name) & mask;
+  while (FSlots[s] >= 0) s = (s + 1) & mask;
+  FSlots[s] = EntryIndex;
+}
+
+void TJSONObjectDictionary::RebuildIndex(const TJSONObjectNameValueList& Names) {
+  if (static_cast<std::int32_t>(FEntries.size()) <= kLinearLimit) {
+    FSlots.clear();
+    return;
+  }
+  std::size_t size = 16;
+  while (size < FEntries.size() * 2) size *= 2;
+  FSlots.assign(size, -1);
+  for (std::size_t i = 0; i < FEntries.size(); ++i) InsertIntoIndex(static_cast<std::int32_t>(i), Names);
+}
+
+void TJSONObjectDictionary::Add(std::int32_t NameIndex, const ComPtr<IJSONValue>& Value,
+                                const TJSONObjectNameValueList& Names) {
+  FEntries.push_back(TEntry{NameIndex, Value});
+  if (static_cast<std::int32_t>(FEntries.size()) <= kLinearLimit) return;
+  if (FSlots.size() < FEntries.size() * 2) {
+    RebuildIndex(Names);
+  } else {
+    InsertIntoIndex(static_cast<std::int32_t>(FEntries.size() - 1), Names);
+  }
+}
+
+void TJSONObjectDictionary::Delete(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names) {
+  FEntries.erase(FEntries.begin() + EntryIndex);
+  RebuildIndex(Names);
+}
+
+void TJSONObjectDictionary::Clear() {
+  FEntries.clear();
+  FSlots.clear();
+}
+
+// --- TJSONObjectImpl ---
+
+TJSONObjectImpl::~TJSONObjectImpl() {
+  // Children go through the burial so that a deep tree is freed without deep recursion.
+  json_detail::TJSONBurial burial;
+  for (auto& item : FNames.Items()) burial.Add(std::move(item.Value));
+  for (auto& entry : FDictionary.Entries()) burial.Add(std::move(entry.Value));
+}
+
+IJSONValue* TJSONObjectImpl::Lookup(std::u16string_view Name) const {
+  const std::int32_t e = FDictionary.Find(Name, FNames);
+  return e < 0 ? nullptr : FDictionary.Entries()[static_cast<std::size_t>(e)].Value.get();
+}
+
+IJSONValue* TJSONObjectImpl::MemberValue(std::int32_t Index) {
+  if (Index < 0 || Index >= FNames.Count()) return nullptr;
+  return Lookup(FNames[static_cast<std::size_t>(Index)].Name);
+}
+
+std::u16string TJSONObjectImpl::GetName(std::int32_t Index) {
+  if (Index < 0 || Index >= FNames.Count()) return {};
+  return FNames[static_cast<std::size_t>(Index)].Name;
+}
+
+ComPtr<IJSONValue> TJSONObjectImpl::GetValueAt(std::int32_t Index) {
+  if (Index < 0 || Index >= FNames.Count()) return nullptr;
+  return FNames[static_cast<std::size_t>(Index)].Value;
+}
+
+bool TJSONObjectImpl::GetBool(std::u16string_view Name) {
+  IJSONValue* v = Lookup(Name);
+  return v ? v->GetBoolValue() : false;
+}
+
+long double TJSONObjectImpl::GetFloat(std::u16string_view Name) {
+  IJSONValue* v = Lookup(Name);
+  return v ? v->GetFloatValue() : 0;
+}
+
+std::int64_t TJSONObjectImpl::GetInt(std::u16string_view Name) {
+  IJSONValue* v = Lookup(Name);
+  return v ? v->GetIntValue() : 0;
+}
+
+std::u16string TJSONObjectImpl::GetString(std::u16string_view Name) {
+  IJSONValue* v = Lookup(Name);
+  return v ? v->GetStringValue() : std::u16string();
+}
+
+ComPtr<IJSONObject> TJSONObjectImpl::GetObject(std::u16string_view Name) {
+  IJSONValue* v = Lookup(Name);
+  return v ? v->AsObject() : nullptr;
+}
+
+ComPtr<IJSONArray> TJSONObjectImpl::GetArray(std::u16string_view Name) {
+  IJSONValue* v = Lookup(Name);
+  return v ? v->AsArray() : nullptr;
+}
+
+void TJSONObjectImpl::SetInt(std::u16string_view Name, std::int64_t Value) {
+  if (IJSONValue* v = Lookup(Name)) {
+    if (const ComPtr<IJSONNumber> n = v->AsNumber()) return n->SetIntValue(Value);
+  }
+  SetValue(Name, MakeCom<TJSONNumberImpl>(Value));
+}
+
+void TJSONObjectImpl::SetBool(std::u16string_view Name, bool Value) {
+  if (IJSONValue* v = Lookup(Name)) {
+    if (const ComPtr<IJSONBool> b = v->AsBool()) return b->SetValue(Value);
+  }
+  SetValue(Name, MakeCom<TJSONBoolImpl>(Value));
+}
+
+void TJSONObjectImpl::SetString(std::u16string_view Name, std::u16string_view Value) {
+  if (IJSONValue* v = Lookup(Name)) {
+    if (const ComPtr<IJSONString> s = v->AsString()) return s->SetValue(Value);
+  }
+  SetValue(Name, MakeCom<TJSONStringImpl>(std::u16string(Value)));
+}
+
+void TJSONObjectImpl::SetFloat(std::u16string_view Name, long double Value) {
+  if (IJSONValue* v = Lookup(Name)) {
+    if (const ComPtr<IJSONNumber> n = v->AsNumber()) return n->SetFloatValue(Value);
+  }
+  SetValue(Name, MakeCom<TJSONNumberImpl>(Value));
+}
+
+void TJSONObjectImpl::SetValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value) {
+  if (Name.empty()) return;
+  if (!Value) {
+    Remove(Name);
+    return;
+  }
+  const std::int32_t e = FDictionary.Find(Name, FNames);
+  if (e >= 0) {
+    // The member list keeps its first value; only the dictionary follows.
+    FDictionary[static_cast<std::size_t>(e)].Value = Value;
+    return;
+  }
+  FNames.AddNameValue(Name, Value);
+  FSorted = false;
+  FDictionary.Add(FNames.Count() - 1, Value, FNames);
+}
+
+void TJSONObjectImpl::SetParsed(std::u16string&& Name, ComPtr<IJSONValue>&& Value) {
+  if (Name.empty()) return;
+  const std::int32_t e = FDictionary.Find(Name, FNames);
+  if (e >= 0) {
+    FDictionary[static_cast<std::size_t>(e)].Value = std::move(Value);
+    return;
+  }
+  FNames.Items().push_back(TJSONObjectNameValue{std::move(Name), Value});
+  FSorted = false;
+  FDictionary.Add(FNames.Count() - 1, std::move(Value), FNames);
+}
+
+void TJSONObjectImpl::Remove(std::u16string_view Name) {
+  const std::int32_t e = FDictionary.Find(Name, FNames);
+  if (e < 0) return;
+  ComPtr<IJSONValue> listValue, dictValue;  // released after both structures are consistent
+  const std::int32_t nameIndex = FDictionary[static_cast<std::size_t>(e)].NameIndex;
+  listValue = std::move(FNames[static_cast<std::size_t>(nameIndex)].Value);
+  dictValue = std::move(FDictionary[static_cast<std::size_t>(e)].Value);
+  FNames.Items().erase(FNames.Items().begin() + nameIndex);
+  for (auto& entry : FDictionary.Entries()) {
+    if (entry.NameIndex > nameIndex) --entry.NameIndex;
+  }
+  FDictionary.Delete(e, FNames);
+}
+
+std::vector<TJSONObjectNameValue> TJSONObjectImpl::ToArray() {
+  std::vector<TJSONObjectNameValue> out;
+  out.reserve(FDictionary.Entries().size());
+  for (const auto& entry : FDictionary.Entries()) {
+    out.push_back(TJSONObjectNameValue{FNames[static_cast<std::size_t>(entry.NameIndex)].Name, entry.Value});
+  }
+  return out;
+}
+
+void TJSONObjectImpl::Clear() {
+  TJSONObjectNameValueList names;
+  TJSONObjectDictionary dictionary;
+  std::swap(names, FNames);
+  std::swap(dictionary, FDictionary);
+  FSorted = false;
+}
+
+void TJSONObjectImpl::SortMembersByName() {
+  if (FSorted) return;
+  auto& items = FNames.Items();
+  std::vector<std::int32_t> order(items.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [&items](std::int32_t a, std::int32_t b) {
+    return JSONAnsiCompareStr(items[static_cast<std::size_t>(a)].Name, items[static_cast<std::size_t>(b)].Name) < 0;
+  });
+  std::vector<TJSONObjectNameValue> sorted;
+  sorted.reserve(items.size());
+  std::vector<std::int32_t> oldToNew(items.size());
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    oldToNew[static_cast<std::size_t>(order[i])] = static_cast<std::int32_t>(i);
+    sorted.push_back(std::move(items[static_cast<std::size_t>(order[i])]));
+  }
+  items = std::move(sorted);
+  for (auto& entry : FDictionary.Entries()) entry.NameIndex = oldToNew[static_cast<std::size_t>(entry.NameIndex)];
+  FSorted = true;
+}
+
+void TJSONObjectImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) {
+  json_detail::BuildContainer(this, nullptr, AOption, ABuilder, InArray);
+}
+
+void TJSONObjectImpl::WalkValues(IJSONValueVisitor& AVisitor) { json_detail::WalkContainer(this, nullptr, AVisitor); }
+
+}  // namespace qx

@@ -1,0 +1,544 @@
+#include "runtime/JSONParser.h"
+
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <sstream>
+#include <system_error>
+
+#include "base/Text.h"
+#include "runtime/JSONNumberText.h"
+#include "runtime/JSONValueImpl.h"
+
+namespace qx {
+namespace {
+
+constexpr std::int32_t kFirstSavePoints = 16;
+constexpr std::size_t kFirstStringBuffer = 16;
+// Mantissas longer than this are cut before conversion: the digits beyond cannot change
+// an 80-bit result, and a conversion of millions of digits would take far too long.
+constexpr std::size_t kMaxMantissaDigits = 60;
+
+bool IsWhiteSpace(char16_t c) { return c == u'\t' || c == u'\n' || c == u'\r' || c == u' '; }
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool IsHexDigit(char16_t c) { return IsDigit(c) || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F'); }
+
+void Increment(std::int32_t& v, std::size_t by = 1) {
+  const auto room = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - v);
+  v = by > room ? std::numeric_limits<std::int32_t>::max() : v + static_cast<std::int32_t>(by);
+}
+
+std::string FormatLocation(std::int32_t line, std::int32_t column) {
+  return "Error at line " + std::to_string(line) + " column " + std::to_string(column) + ": ";
+}
+
+// The same number with at most kMaxMantissaDigits significant digits.
+std::string ShortenMantissa(const std::string& text) {
+  std::size_t i = 0;
+  std::string out;
+  if (text[i] == '-') out += text[i++];
+  std::string digits;
+  long long pointShift = 0;  // digits before the point, counted from the first significant one
+  bool inFraction = false;
+  bool sticky = false;
+  for (; i < text.size() && text[i] != 'e'; ++i) {
+    if (text[i] == '.') {
+      inFraction = true;
+      continue;
+    }
+    if (digits.empty() && text[i] == '0') {
+      if (inFraction) --pointShift;
+      continue;
+    }
+    if (!inFraction) ++pointShift;
+    if (digits.size() < kMaxMantissaDigits) digits += text[i];
+    else if (text[i] != '0') sticky = true;
+  }
+  if (digits.empty()) return out + "0";
+  if (sticky) digits += '1';
+  long long exponent = 0;
+  if (i < text.size()) {
+    ++i;
+    bool negative = false;
+    if (text[i] == '-' || text[i] == '+') negative = text[i++] == '-';
+    for (; i < text.size(); ++i) {
+      if (exponent < 1000000000LL) exponent = exponent * 10 + (text[i] - '0');
+    }
+    if (negative) exponent = -exponent;
+  }
+  exponent += pointShift - static_cast<long long>(digits.size());
+  return out + digits + "e" + std::to_string(exponent);
+}
+
+std::filesystem::path PathOf(const std::u16string& name) {
+#ifdef _WIN32
+  return std::filesystem::path(std::wstring(name.begin(), name.end()));
+#else
+  return std::filesystem::path(ToUtf8(name));
+#endif
+}
+
+std::string ReadFileBytes(const std::u16string& name) {
+  const std::filesystem::path path = PathOf(name);
+  std::error_code ec;
+  if (std::filesystem::is_directory(path, ec)) throw EJsonFileError("Cannot read file \"" + ToUtf8(name) + "\".");
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw EJsonFileError("Cannot open file \"" + ToUtf8(name) + "\".");
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  if (in.bad()) throw EJsonFileError("Cannot read file \"" + ToUtf8(name) + "\".");
+  return std::move(bytes).str();
+}
+
+}  // namespace
+
+// --- EJsonParseError ---
+
+EJsonParseError::EJsonParseError(std::u16string AMessage, std::int32_t ALine, std::int32_t AColumn)
+    : std::runtime_error(FormatLocation(ALine, AColumn) + ToUtf8(AMessage)),
+      FMessage(FromUtf8(FormatLocation(ALine, AColumn)) + AMessage),
+      FLine(ALine),
+      FColumn(AColumn) {}
+
+// --- TJSONParseContext: reading ---
+
+TJSONParseContext::TJSONParseContext(std::u16string_view AData) : FData(AData.data()), FDataLen(AData.size()) {
+  FStringBuffer.reserve(kFirstStringBuffer);
+}
+
+char16_t TJSONParseContext::GetChar() {
+  if (FCurrent >= FDataLen) return 0;
+  const char16_t ch = FData[FCurrent++];
+  if (FLine == 0) FLine = 1;
+  // LF, CR and CR LF each end one line; the count moves with the character after.
+  if (FPrevChar == u'\n' || (FPrevChar == u'\r' && ch != u'\n')) {
+    Increment(FLine);
+    FColumn = 0;
+  }
+  Increment(FColumn);
+  FPrevChar = ch;
+  return ch;
+}
+
+void TJSONParseContext::ConsumeWhiteSpaces() {
+  while (FCurrent < FDataLen && IsWhiteSpace(FData[FCurrent])) GetChar();
+}
+
+bool TJSONParseContext::MatchKeyword(std::u16string_view AWord) {
+  if (FDataLen - FCurrent < AWord.size() || std::u16string_view(FData + FCurrent, AWord.size()) != AWord) return false;
+  // Matched in place: the previous character stays what it was.
+  FCurrent += AWord.size();
+  Increment(FColumn, AWord.size());
+  return true;
+}
+
+bool TJSONParseContext::GetJSONNull() { return MatchKeyword(u"null"); }
+
+bool TJSONParseContext::GetJSONBool(bool& Value) {
+  if (MatchKeyword(u"true")) {
+    Value = true;
+    return true;
+  }
+  if (MatchKeyword(u"false")) {
+    Value = false;
+    return true;
+  }
+  return false;
+}
+
+bool TJSONParseContext::GetDigitStr(std::u16string& Value) {
+  Value.clear();
+  while (IsDigit(LookAhead())) Value += GetChar();
+  return !Value.empty();
+}
+
+bool TJSONParseContext::GetJSONString(std::u16string& Value) {
+  if (!ScanString(FStringBuffer)) return false;
+  Value = FStringBuffer;
+  return true;
+}
+
+bool TJSONParseContext::ScanString(std::u16string& AValue) {
+  if (LookAhead() != u'"') return false;
+  GetChar();
+  AValue.clear();
+  for (;;) {
+    // A run of plain characters goes in at once. None of them ends a line, and neither
+    // does the character before the run, so only the column moves.
+    const std::size_t start = FCurrent;
+    while (FCurrent < FDataLen) {
+      const char16_t c = FData[FCurrent];
+      if (c == u'"' || c == u'\\' || c <= 25) break;
+      ++FCurrent;
+    }
+    if (FCurrent > start) {
+      AValue.append(FData + start, FCurrent - start);
+      Increment(FColumn, FCurrent - start);
+      FPrevChar = FData[FCurrent - 1];
+    }
+    char16_t c = GetChar();
+    if (c == 0) ParseError(u"End quotation mark not found");
+    if (c == u'"') return true;
+    if (c != u'\\') {
+      // 1 to 25 only: 26 to 31 are taken as they are by this scanner.
+      static constexpr char16_t hex[] = u"0123456789ABCDEF";
+      ParseError(std::u16string(u"Invalid charactor for JSON string: #") + hex[c >> 4] + hex[c & 0xF]);
+    }
+    c = GetChar();
+    switch (c) {
+      case u'b': AValue += u'\b'; break;
+      case u'f': AValue += u'\f'; break;
+      case u'n': AValue += u'\n'; break;
+      case u'r': AValue += u'\r'; break;
+      case u't': AValue += u'\t'; break;
+      case u'"':
+      case u'/':
+      case u'\\': AValue += c; break;
+      case u'u': {
+        std::u16string digits = u"$";
+        for (int k = 0; k < 4; ++k) {
+          const char16_t d = GetChar();
+          if (!IsHexDigit(d)) return false;
+          digits += d;
+        }
+        const std::optional<std::int64_t> code = TryStrToInt(digits);
+        if (!code || *code < 0 || *code > 0xFFFF) ParseError(u"Cannot convert hexdit to JSONChar: " + digits);
+        AValue += static_cast<char16_t>(*code);
+        break;
+      }
+      default:
+        // An unknown escape keeps its backslash and loses the letter.
+        AValue += u'\\';
+        break;
+    }
+  }
+}
+
+// --- save points and errors ---
+
+void TJSONParseContext::SaveContext() {
+  if (FSavePointCount == FSavePointsLen) {
+    FSavePointsLen = FSavePointsLen == 0 ? kFirstSavePoints : FSavePointsLen * 2;
+    FSavePoints.resize(static_cast<std::size_t>(FSavePointsLen));
+  }
+  FSavePoints[static_cast<std::size_t>(FSavePointCount++)] = TJSONParseContextSavePoint{FPrevChar, FCurrent, FLine, FColumn};
+}
+
+void TJSONParseContext::ResolveSavePoint(bool bSuccess) {
+  if (FSavePointCount == 0) return;
+  const TJSONParseContextSavePoint& p = FSavePoints[static_cast<std::size_t>(--FSavePointCount)];
+  if (bSuccess) return;
+  FPrevChar = p.PrevChar;
+  FCurrent = p.Current;
+  FLine = p.Line;
+  FColumn = p.Column;
+}
+
+void TJSONParseContext::ParseError(std::u16string_view Message) {
+  throw EJsonParseError(std::u16string(Message), FLine, FColumn);
+}
+
+// --- choosing a parser ---
+
+bool TJSONParseContext::PeekValueType(TJSONValueType& AType) const {
+  std::size_t i = FCurrent;
+  while (i < FDataLen && IsWhiteSpace(FData[i])) ++i;
+  if (i >= FDataLen) return false;
+  const char16_t c = FData[i];
+  if (c == u'n') AType = jvtNull;
+  else if (c == u't' || c == u'f') AType = jvtBool;
+  else if (c == u'{') AType = jvtObject;
+  else if (c == u'[') AType = jvtArray;
+  else if (c == u'"') AType = jvtString;
+  else if (c == u'-' || IsDigit(c)) AType = jvtNumber;
+  else return false;
+  return true;
+}
+
+bool TJSONParseContext::ParseJSONValue(TJSONValueTypes ValueTypes, ComPtr<IJSONValue>& AValue) {
+  AValue = nullptr;
+  TJSONValueType type;
+  if (!PeekValueType(type) || !ValueTypes.Contains(type)) return false;
+  return JSONValueFactory(type).ParseJSONValue(*this, AValue);
+}
+
+bool TJSONParseContext::ParseJSONValue(TJSONValueType ValueType, ComPtr<IJSONValue>& AValue) {
+  return ParseJSONValue(TJSONValueTypes{ValueType}, AValue);
+}
+
+bool TJSONParseContext::ParseJSONValue(ComPtr<IJSONValue>& AValue) {
+  return ParseJSONValue(TJSONValueTypes::All(), AValue);
+}
+
+// --- scalars ---
+
+bool TJSONParseContext::ParseStringValue(ComPtr<IJSONValue>& AValue) {
+  ConsumeWhiteSpaces();
+  if (!ScanString(FStringBuffer)) return false;
+  AValue = MakeCom<TJSONStringImpl>(FStringBuffer);
+  return true;
+}
+
+bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
+  ConsumeWhiteSpaces();
+  std::string& text = FNumberText;
+  text.clear();
+  auto readDigits = [this, &text]() {
+    const std::size_t before = text.size();
+    while (IsDigit(LookAhead())) text += static_cast<char>(GetChar());
+    return text.size() > before;
+  };
+  const bool sign = LookAhead() == u'-';
+  if (sign) text += static_cast<char>(GetChar());
+  if (LookAhead() == u'0') {
+    text += static_cast<char>(GetChar());  // a leading zero is the whole integer part
+  } else if (!readDigits()) {
+    if (sign) ParseError(u"Expecting number.");
+    return false;
+  }
+  bool isFloat = false;
+  if (LookAhead() == u'.') {
+    text += static_cast<char>(GetChar());
+    if (!readDigits()) ParseError(u"Expecting fraction.");
+    isFloat = true;
+  }
+  if (LookAhead() == u'e' || LookAhead() == u'E') {
+    GetChar();
+    text += 'e';
+    if (LookAhead() == u'+' || LookAhead() == u'-') text += static_cast<char>(GetChar());
+    if (!readDigits()) ParseError(u"Expecting exponent digit");
+    isFloat = true;
+  }
+  if (isFloat) {
+    long double value = 0;
+    const bool ok = text.size() > kMaxMantissaDigits ? JSONTryStrToFloat(ShortenMantissa(text), value)
+                                                     : JSONTryStrToFloat(text, value);
+    if (!ok) ParseError(u"Cannot convert \"" + FromAscii(text) + u"\" to number.");
+    AValue = MakeCom<TJSONNumberImpl>(value);
+  } else {
+    std::int64_t value = 0;
+    if (!JSONTryStrToInt64(text, value)) ParseError(u"Cannot convert \"" + FromAscii(text) + u"\" to number.");
+    AValue = MakeCom<TJSONNumberImpl>(value);
+  }
+  return true;
+}
+
+// --- objects and arrays ---
+
+namespace {
+
+struct TContainerFrame {
+  ComPtr<IJSONValue> Value;
+  TJSONObjectImpl* Obj;
+  TJSONArrayImpl* Arr;
+  bool First;
+  std::u16string Name;  // of the member whose value is being parsed
+};
+
+}  // namespace
+
+bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
+  ConsumeWhiteSpaces();
+  if (LookAhead() != u'{' && LookAhead() != u'[') return false;
+  std::vector<TContainerFrame> stack;
+  auto open = [this, &stack]() {
+    const bool isObject = GetChar() == u'{';
+    ConsumeWhiteSpaces();
+    if (isObject) {
+      auto* obj = new TJSONObjectImpl();
+      stack.push_back(TContainerFrame{ComPtr<IJSONValue>(obj), obj, nullptr, true, {}});
+    } else {
+      auto* arr = new TJSONArrayImpl();
+      stack.push_back(TContainerFrame{ComPtr<IJSONValue>(arr), nullptr, arr, true, {}});
+    }
+  };
+  auto store = [](TContainerFrame& f, ComPtr<IJSONValue> v) {
+    if (f.Obj) f.Obj->SetParsed(std::move(f.Name), std::move(v));
+    else f.Arr->AddParsed(std::move(v));
+    f.First = false;
+  };
+  open();
+  ComPtr<IJSONValue> finished;  // a nested container that just closed
+  for (;;) {
+    TContainerFrame& f = stack.back();
+    if (finished) {
+      ConsumeWhiteSpaces();
+      store(f, std::move(finished));
+    }
+    bool endLoop = false;
+    if (!f.First) {
+      if (LookAhead() != u',') endLoop = true;
+      else {
+        GetChar();
+        ConsumeWhiteSpaces();
+      }
+    }
+    if (!endLoop && f.Obj) {
+      if (!ScanString(f.Name)) {
+        if (!f.First) ParseError(u"Expecting field name(string).");
+        endLoop = true;
+      } else {
+        ConsumeWhiteSpaces();
+        if (GetChar() != u':') ParseError(u"Expecting name-separator(\":\").");
+        ConsumeWhiteSpaces();
+      }
+    }
+    if (!endLoop) {
+      TJSONValueType type;
+      const bool known = PeekValueType(type);
+      if (known && (type == jvtObject || type == jvtArray)) {
+        SaveContext();  // as the factory of a nested container would
+        ConsumeWhiteSpaces();
+        open();
+        continue;
+      }
+      ComPtr<IJSONValue> value;
+      if (known) JSONValueFactory(type).ParseJSONValue(*this, value);
+      if (value) {
+        ConsumeWhiteSpaces();
+        store(f, std::move(value));
+        continue;
+      }
+      if (f.Obj) ParseError(u"Expecting value(false / null / true / object / array / number / string).");
+      if (!f.First) ParseError(u"Expecting value(false/null/true/object/array/number/string).");
+      endLoop = true;
+    }
+    const char16_t close = GetChar();
+    if (f.Obj && close != u'}') {
+      ParseError(f.First ? u"Expecting field name(string) or end-object(\"}\")."
+                         : u"Expecting value-sep(\",\") or end-object(\"}\").");
+    }
+    if (f.Arr && close != u']') {
+      ParseError(f.First ? u"Expecting value(false/null/true/object/array/number/string) or end-array(\"]\")."
+                         : u"Expecting value-sep(\",\") or end-array(\"]\").");
+    }
+    ConsumeWhiteSpaces();
+    finished = std::move(f.Value);
+    stack.pop_back();
+    if (stack.empty()) {
+      AValue = std::move(finished);
+      return true;
+    }
+    ResolveSavePoint(true);
+  }
+}
+
+// --- factories ---
+
+bool TJSONValueFactory::ParseJSONValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  AValue = nullptr;
+  AParseContext.SaveContext();
+  const bool ok = ParseValue(AParseContext, AValue) && AValue;
+  AParseContext.ResolveSavePoint(ok);
+  if (!ok) AValue = nullptr;
+  return ok;
+}
+
+ComPtr<IJSONBool> TJSONBoolFactory::CreateValue(bool AValue) { return MakeCom<TJSONBoolImpl>(AValue); }
+
+bool TJSONBoolFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  AParseContext.ConsumeWhiteSpaces();
+  bool value = false;
+  if (!AParseContext.GetJSONBool(value)) return false;
+  AValue = CreateValue(value);
+  return true;
+}
+
+ComPtr<IJSONNull> TJSONNullFactory::CreateValue() { return MakeCom<TJSONNullImpl>(); }
+
+bool TJSONNullFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  AParseContext.ConsumeWhiteSpaces();
+  if (!AParseContext.GetJSONNull()) return false;
+  AValue = CreateValue();
+  return true;
+}
+
+ComPtr<IJSONObject> TJSONObjectFactory::CreateValue() { return MakeCom<TJSONObjectImpl>(); }
+
+bool TJSONObjectFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  AParseContext.ConsumeWhiteSpaces();
+  return AParseContext.LookAhead() == u'{' && AParseContext.ParseContainer(AValue);
+}
+
+ComPtr<IJSONArray> TJSONArrayFactory::CreateValue() { return MakeCom<TJSONArrayImpl>(); }
+
+bool TJSONArrayFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  AParseContext.ConsumeWhiteSpaces();
+  return AParseContext.LookAhead() == u'[' && AParseContext.ParseContainer(AValue);
+}
+
+ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(std::int64_t AValue) { return MakeCom<TJSONNumberImpl>(AValue); }
+ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(long double AValue) { return MakeCom<TJSONNumberImpl>(AValue); }
+
+bool TJSONNumberFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  return AParseContext.ParseNumber(AValue);
+}
+
+ComPtr<IJSONString> TJSONStringFactory::CreateValue(std::u16string_view AValue) {
+  return MakeCom<TJSONStringImpl>(std::u16string(AValue));
+}
+
+bool TJSONStringFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
+  return AParseContext.ParseStringValue(AValue);
+}
+
+const TJSONValueFactory& JSONValueFactory(TJSONValueType AType) {
+  // Stateless, so one table serves every thread.
+  static const TJSONBoolFactory boolFactory;
+  static const TJSONNullFactory nullFactory;
+  static const TJSONObjectFactory objectFactory;
+  static const TJSONArrayFactory arrayFactory;
+  static const TJSONNumberFactory numberFactory;
+  static const TJSONStringFactory stringFactory;
+  static const TJSONValueFactory* const table[] = {&boolFactory,  &nullFactory,   &objectFactory,
+                                                   &arrayFactory, &numberFactory, &stringFactory};
+  return *table[AType];
+}
+
+// --- TJSONParser ---
+
+void TJSONParser::ParseJSONText(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) {
+  AValue = nullptr;
+  ComPtr<IJSONValue> value;
+  // Only an object or an array may be the root of a text.
+  if (!AParseContext.ParseJSONValue(TJSONValueTypes{jvtObject, jvtArray}, value)) {
+    AParseContext.ParseError(u"Parse Error. Cannot parse text.");
+  }
+  AParseContext.ConsumeWhiteSpaces();
+  if (AParseContext.Current() < AParseContext.DataLen()) {
+    AParseContext.ParseError(u"Parse Error. There is an unnecessary charactor after JSON text.");
+  }
+  AValue = std::move(value);
+}
+
+void TJSONParser::ParseJSONText(std::u16string_view AText, ComPtr<IJSONValue>& AValue) {
+  TJSONParseContext context(AText);
+  ParseJSONText(context, AValue);
+}
+
+bool TJSONParser::ParseJSONText(std::u16string_view AText, std::u16string& ErrorMsg, ComPtr<IJSONValue>& AValue) {
+  ErrorMsg.clear();
+  try {
+    ParseJSONText(AText, AValue);
+    return true;
+  } catch (const EJsonParseError& e) {
+    ErrorMsg = e.Message();
+    AValue = nullptr;
+    return false;
+  }
+}
+
+void TJSONParser::LoadJSONFromFile(const std::u16string& FileName, ComPtr<IJSONValue>& AValue) {
+  AValue = nullptr;
+  const std::u16string text = DecodeJSONFileText(ReadFileBytes(FileName));
+  ParseJSONText(text, AValue);
+}
+
+void TJSONParser::LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding AEncoding,
+                                   ComPtr<IJSONValue>& AValue) {
+  AValue = nullptr;
+  const std::u16string text = DecodeJSONFileText(ReadFileBytes(FileName), AEncoding);
+  ParseJSONText(text, AValue);
+}
+
+}  // namespace qx

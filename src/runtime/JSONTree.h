@@ -1,0 +1,42 @@
+#pragma once
+
+// Whole-tree operations of the JSON model. Trees from outside can be as deep as the text
+// they came from, so writing, walking and freeing all run on explicit stacks.
+
+#include <vector>
+
+#include "base/ComPtr.h"
+#include "runtime/JSONValue.h"
+
+namespace qx {
+
+class TJSONObjectImpl;
+class TJSONArrayImpl;
+
+namespace json_detail {
+
+// Writes an object (AObject set) or an array. The outermost call drives the whole tree;
+// nested containers only queue themselves with the builder.
+void BuildContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSONCreateTextOption& AOption,
+                    TJSONTextBuilder& ABuilder, bool InArray);
+
+// Visits a container and everything below it, parents first, in member order.
+void WalkContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, IJSONValueVisitor& AVisitor);
+
+// Collects the children of a value being freed. The first burial on a thread releases
+// them one by one, and the burials of their own destructors only add to its list.
+class TJSONBurial {
+ public:
+  TJSONBurial();
+  ~TJSONBurial();
+  TJSONBurial(const TJSONBurial&) = delete;
+  TJSONBurial& operator=(const TJSONBurial&) = delete;
+  void Add(ComPtr<IJSONValue>&& AValue);
+
+ private:
+  std::vector<ComPtr<IJSONValue>> FGrave;
+  bool FOwner = false;
+};
+
+}  // namespace json_detail
+}  // namespace qx

@@ -1,0 +1,287 @@
+#pragma once
+
+// Classes behind the JSON interfaces. Code outside the JSON units creates values through
+// the factories of JSONParser.h and uses them through the interfaces.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/ComObject.h"
+#include "runtime/JSONTextBuilder.h"
+#include "runtime/JSONValue.h"
+
+namespace qx {
+
+// Generic reads are answered through the type tests and the As... family.
+template <class I>
+class TJSONValueImpl : public TInterfacedObject<I> {
+ public:
+  bool IsObject() override { return false; }
+  bool IsArray() override { return false; }
+  bool IsString() override { return false; }
+  bool IsNumber() override { return false; }
+  bool IsBool() override { return false; }
+  bool IsNull() override { return false; }
+  ComPtr<IJSONObject> AsObject() override { return nullptr; }
+  ComPtr<IJSONArray> AsArray() override { return nullptr; }
+  ComPtr<IJSONString> AsString() override { return nullptr; }
+  ComPtr<IJSONNumber> AsNumber() override { return nullptr; }
+  ComPtr<IJSONBool> AsBool() override { return nullptr; }
+  ComPtr<IJSONNull> AsNull() override { return nullptr; }
+
+  bool GetBoolValue() override {
+    const ComPtr<IJSONBool> b = this->AsBool();
+    return b ? b->GetValue() : false;
+  }
+  std::u16string GetStringValue() override {
+    const ComPtr<IJSONString> s = this->AsString();
+    return s ? s->GetValue() : std::u16string();
+  }
+  std::int64_t GetIntValue() override { return 0; }
+  long double GetFloatValue() override { return 0; }
+  ComPtr<IJSONObject> GetObjectValue() override { return this->AsObject(); }
+  ComPtr<IJSONArray> GetArrayValue() override { return this->AsArray(); }
+  std::u16string GetText() override { return {}; }
+
+  std::u16string ToJSONText(const TJSONCreateTextOption& AOption) override;
+  std::u16string ToJSONText() override { return ToJSONText(TJSONCreateTextOption()); }
+  std::u16string ToPackedJSONText() override;
+  void WalkValues(IJSONValueVisitor& AVisitor) override;
+  void SortObjectMembers() override;
+
+ protected:
+  IJSONValue* Self() { return static_cast<IJSONValue*>(this); }
+};
+
+// Member list of an object: the order of the names, and the values as first stored.
+class TJSONObjectNameValueList {
+ public:
+  std::int32_t Count() const { return static_cast<std::int32_t>(FItems.size()); }
+  TJSONObjectNameValue& operator[](std::size_t i) { return FItems[i]; }
+  const TJSONObjectNameValue& operator[](std::size_t i) const { return FItems[i]; }
+  std::int32_t IndexOfName(std::u16string_view Name) const;
+  bool RemoveFromName(std::u16string_view Name);
+  void AddNameValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value);
+  bool TrySetValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value);
+  void Clear() { FItems.clear(); }
+  std::vector<TJSONObjectNameValue>& Items() { return FItems; }
+
+ private:
+  std::vector<TJSONObjectNameValue> FItems;
+};
+
+// Name to current value. Entries point at their name in the member list rather than
+// holding a second copy of it; small objects are searched linearly, larger ones
+// through an open-addressing index.
+class TJSONObjectDictionary {
+ public:
+  struct TEntry {
+    std::int32_t NameIndex;
+    ComPtr<IJSONValue> Value;
+  };
+
+  static std::size_t HashOf(std::u16string_view Name);
+  // Index of the entry for Name, or -1.
+  std::int32_t Find(std::u16string_view Name, const TJSONObjectNameValueList& Names) const;
+  void Add(std::int32_t NameIndex, const ComPtr<IJSONValue>& Value, const TJSONObjectNameValueList& Names);
+  void Delete(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names);
+  void Clear();
+  std::int32_t Count() const { return static_cast<std::int32_t>(FEntries.size()); }
+  TEntry& operator[](std::size_t i) { return FEntries[i]; }
+  std::vector<TEntry>& Entries() { return FEntries; }
+  const std::vector<TEntry>& Entries() const { return FEntries; }
+
+ private:
+  void RebuildIndex(const TJSONObjectNameValueList& Names);
+  void InsertIntoIndex(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names);
+
+  std::vector<TEntry> FEntries;
+  std::vector<std::int32_t> FSlots;  // empty while the object is small
+};
+
+// Order of member names: the locale-aware compare of the platform, for ASCII names.
+int JSONAnsiCompareStr(std::u16string_view a, std::u16string_view b);
+
+class TJSONObjectImpl final : public TJSONValueImpl<IJSONObject> {
+ public:
+  ~TJSONObjectImpl() override;
+
+  bool IsObject() override { return true; }
+  ComPtr<IJSONObject> AsObject() override { return ComPtr<IJSONObject>(this); }
+  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void WalkValues(IJSONValueVisitor& AVisitor) override;
+
+  std::int32_t GetCount() override { return FNames.Count(); }
+  std::u16string GetName(std::int32_t Index) override;
+  ComPtr<IJSONValue> GetValueAt(std::int32_t Index) override;
+  ComPtr<IJSONValue> GetValue(std::u16string_view Name) override { return ComPtr<IJSONValue>(Lookup(Name)); }
+  bool GetBool(std::u16string_view Name) override;
+  long double GetFloat(std::u16string_view Name) override;
+  std::int64_t GetInt(std::u16string_view Name) override;
+  std::u16string GetString(std::u16string_view Name) override;
+  ComPtr<IJSONObject> GetObject(std::u16string_view Name) override;
+  ComPtr<IJSONArray> GetArray(std::u16string_view Name) override;
+  void SetInt(std::u16string_view Name, std::int64_t Value) override;
+  void SetBool(std::u16string_view Name, bool Value) override;
+  void SetString(std::u16string_view Name, std::u16string_view Value) override;
+  void SetArray(std::u16string_view Name, const ComPtr<IJSONArray>& Value) override { SetValue(Name, Value); }
+  void SetFloat(std::u16string_view Name, long double Value) override;
+  void SetObject(std::u16string_view Name, const ComPtr<IJSONObject>& Value) override { SetValue(Name, Value); }
+  void SetValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value) override;
+  void Remove(std::u16string_view Name) override;
+  bool Exists(std::u16string_view Name) override { return Lookup(Name) != nullptr; }
+  std::int32_t IndexOfName(std::u16string_view Name) override { return FNames.IndexOfName(Name); }
+  std::vector<TJSONObjectNameValue> ToArray() override;
+  void Clear() override;
+  void SortMembersByName() override;
+
+  // The current value of the member at this place of the member list.
+  IJSONValue* MemberValue(std::int32_t Index);
+  const std::u16string& MemberName(std::int32_t Index) const { return FNames[static_cast<std::size_t>(Index)].Name; }
+  // Adds a member without copying its name; for the parser.
+  void SetParsed(std::u16string&& Name, ComPtr<IJSONValue>&& Value);
+
+ private:
+  IJSONValue* Lookup(std::u16string_view Name) const;
+
+  TJSONObjectDictionary FDictionary;
+  TJSONObjectNameValueList FNames;
+  bool FSorted = false;
+};
+
+class TJSONArrayImpl final : public TJSONValueImpl<IJSONArray> {
+ public:
+  ~TJSONArrayImpl() override;
+
+  bool IsArray() override { return true; }
+  ComPtr<IJSONArray> AsArray() override { return ComPtr<IJSONArray>(this); }
+  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void WalkValues(IJSONValueVisitor& AVisitor) override;
+
+  std::int32_t GetCount() override { return static_cast<std::int32_t>(FList.size()); }
+  ComPtr<IJSONValue> GetItem(std::int32_t Index) override { return ComPtr<IJSONValue>(ItemAt(Index)); }
+  void SetItem(std::int32_t Index, const ComPtr<IJSONValue>& Value) override;
+  std::int32_t Add(const ComPtr<IJSONValue>& Value) override;
+  void Insert(std::int32_t Index, const ComPtr<IJSONValue>& Value) override;
+  std::int32_t IndexOf(const ComPtr<IJSONValue>& Value) override;
+  std::int32_t Remove(const ComPtr<IJSONValue>& Value) override;
+  void Delete(std::int32_t Index) override;
+  ComPtr<IJSONValue> Extract(const ComPtr<IJSONValue>& Value) override;
+  void Sort(const TJSONValueComparison& AComparison) override;
+  ComPtr<IJSONArray> GetArray(std::int32_t Index) override;
+  bool GetBool(std::int32_t Index) override;
+  long double GetFloat(std::int32_t Index) override;
+  std::int64_t GetInt(std::int32_t Index) override;
+  ComPtr<IJSONObject> GetObject(std::int32_t Index) override;
+  std::u16string GetString(std::int32_t Index) override;
+  void SetBool(std::int32_t Index, bool Value) override;
+  void SetInt(std::int32_t Index, std::int64_t Value) override;
+  void SetString(std::int32_t Index, std::u16string_view Value) override;
+  void SetArray(std::int32_t Index, const ComPtr<IJSONArray>& Value) override { SetItem(Index, Value); }
+  void SetFloat(std::int32_t Index, long double Value) override;
+  void SetObject(std::int32_t Index, const ComPtr<IJSONObject>& Value) override { SetItem(Index, Value); }
+
+  IJSONValue* ItemAt(std::int32_t Index) const;
+  // Appends without the checks of Add; for the parser.
+  void AddParsed(ComPtr<IJSONValue>&& Value) { FList.push_back(std::move(Value)); }
+
+ private:
+  bool InRange(std::int32_t Index) const { return Index >= 0 && static_cast<std::size_t>(Index) < FList.size(); }
+
+  std::vector<ComPtr<IJSONValue>> FList;
+};
+
+class TJSONStringImpl final : public TJSONValueImpl<IJSONString> {
+ public:
+  explicit TJSONStringImpl(std::u16string AValue = {}) : FValue(std::move(AValue)) {}
+
+  bool IsString() override { return true; }
+  ComPtr<IJSONString> AsString() override { return ComPtr<IJSONString>(this); }
+  std::u16string GetStringValue() override { return FValue; }
+  std::u16string GetText() override { return FValue; }
+  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void SetValue(std::u16string_view Value) override { FValue.assign(Value); }
+  std::u16string GetValue() override { return FValue; }
+
+ private:
+  std::u16string FValue;
+};
+
+class TJSONNumberImpl final : public TJSONValueImpl<IJSONNumber> {
+ public:
+  TJSONNumberImpl() = default;
+  explicit TJSONNumberImpl(std::int64_t AValue) : FIntValue(AValue) {}
+  explicit TJSONNumberImpl(long double AValue) : FFloatValue(AValue), FIsFloat(true) {}
+
+  bool IsNumber() override { return true; }
+  ComPtr<IJSONNumber> AsNumber() override { return ComPtr<IJSONNumber>(this); }
+  std::int64_t GetIntValue() override;
+  long double GetFloatValue() override;
+  std::u16string GetText() override;
+  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void SetFloatValue(long double Value) override;
+  void SetIntValue(std::int64_t Value) override;
+  bool GetIsFloat() override { return FIsFloat; }
+
+ private:
+  long double FFloatValue = 0;
+  std::int64_t FIntValue = 0;
+  bool FIsFloat = false;
+};
+
+class TJSONBoolImpl final : public TJSONValueImpl<IJSONBool> {
+ public:
+  explicit TJSONBoolImpl(bool AValue = false) : FValue(AValue) {}
+
+  bool IsBool() override { return true; }
+  ComPtr<IJSONBool> AsBool() override { return ComPtr<IJSONBool>(this); }
+  bool GetBoolValue() override { return FValue; }
+  std::u16string GetText() override { return FValue ? u"true" : u"false"; }
+  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void SetValue(bool Value) override { FValue = Value; }
+  bool GetValue() override { return FValue; }
+
+ private:
+  bool FValue;
+};
+
+class TJSONNullImpl final : public TJSONValueImpl<IJSONNull> {
+ public:
+  bool IsNull() override { return true; }
+  ComPtr<IJSONNull> AsNull() override { return ComPtr<IJSONNull>(this); }
+  std::u16string GetText() override { return u"null"; }
+  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+};
+
+// Shared parts of the templates above, kept out of line.
+namespace json_detail {
+std::u16string ToJSONText(IJSONValue* AValue, const TJSONCreateTextOption& AOption);
+std::u16string ToPackedJSONText(IJSONValue* AValue);
+void VisitScalar(IJSONValue* AValue, IJSONValueVisitor& AVisitor);
+void SortObjectMembers(IJSONValue* AValue);
+}  // namespace json_detail
+
+template <class I>
+std::u16string TJSONValueImpl<I>::ToJSONText(const TJSONCreateTextOption& AOption) {
+  return json_detail::ToJSONText(Self(), AOption);
+}
+
+template <class I>
+std::u16string TJSONValueImpl<I>::ToPackedJSONText() {
+  return json_detail::ToPackedJSONText(Self());
+}
+
+template <class I>
+void TJSONValueImpl<I>::WalkValues(IJSONValueVisitor& AVisitor) {
+  json_detail::VisitScalar(Self(), AVisitor);
+}
+
+template <class I>
+void TJSONValueImpl<I>::SortObjectMembers() {
+  json_detail::SortObjectMembers(Self());
+}
+
+}  // namespace qx
