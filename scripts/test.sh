@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Every test: the suite, the suite under ASan/UBSan, the threaded tests under TSan,
+# the 32-bit Windows cross-build with its export check, and short fuzzer runs.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh
+jobs=$(nproc)
+
+step() { echo; echo "== $* =="; }
+
+step "Suite (dev)"
+cmake --preset dev -DQX_STRICT=ON >/dev/null
+cmake --build --preset dev -j "$jobs"
+ctest --preset dev -j "$jobs"
+
+step "Suite under AddressSanitizer and UndefinedBehaviorSanitizer"
+cmake --preset asan -DQX_STRICT=ON >/dev/null
+cmake --build --preset asan -j "$jobs"
+ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --preset asan -j "$jobs"
+
+step "Threaded tests under ThreadSanitizer"
+cmake --preset tsan -DQX_STRICT=ON >/dev/null
+cmake --build --preset tsan -j "$jobs"
+TSAN_OPTIONS=halt_on_error=1 ctest --preset tsan -j "$jobs"
+
+step "32-bit Windows module (mingw-w64) and its exports"
+cmake --preset mingw >/dev/null
+cmake --build --preset mingw -j "$jobs"
+bash scripts/check-exports.sh build/mingw/src/module/PreviewStrip.dll
+bash scripts/check-exports.sh build/dev/src/module/PreviewStrip.so
+
+step "Fuzzers (short runs)"
+bash scripts/fuzz.sh 15
