@@ -1,0 +1,216 @@
+#include <gtest/gtest.h>
+
+#include "ToolkitFixture.h"
+#include "toolkit/Form.h"
+#include "toolkit/Image.h"
+#include "toolkit/Layout.h"
+
+namespace qx {
+namespace {
+
+class ToolkitScene : public test::ToolkitTest {};
+
+struct Watcher : IFreeNotification {
+  std::vector<TFmxObject*> Told;
+  void FreeNotification(TFmxObject* object) override { Told.push_back(object); }
+};
+
+TEST_F(ToolkitScene, ChildrenDieWithParentAndWatchersAreTold) {
+  auto* root = new TLayout();
+  auto* a = new TLayout(root);
+  a->SetParent(root);
+  auto* b = new TLayout(root);
+  root->AddObject(b);
+  auto* grandchild = new TLayout();
+  a->AddObject(grandchild);
+  Watcher w;
+  grandchild->AddFreeNotify(&w);
+  b->AddFreeNotify(&w);
+  EXPECT_EQ(root->ChildrenCount(), 2);
+  EXPECT_EQ(a->Owner(), root);
+  EXPECT_EQ(grandchild->Parent(), a);
+
+  root->RemoveObject(0);  // a leaves the tree but stays owned
+  EXPECT_EQ(a->Parent(), nullptr);
+  EXPECT_EQ(root->ChildrenCount(), 1);
+  delete a;
+  ASSERT_EQ(w.Told.size(), 1u);
+  EXPECT_EQ(w.Told[0], grandchild);
+
+  b->RemoveFreeNotify(&w);
+  delete root;
+  EXPECT_EQ(w.Told.size(), 1u);
+}
+
+TEST_F(ToolkitScene, ObjectWatcherIsForgottenWhenItDies) {
+  TLayout target;
+  {
+    TLayout watcher;
+    target.AddFreeNotify(&watcher);
+  }
+  // The dead watcher was removed from the list; destroying the target must not touch it.
+  SUCCEED();
+}
+
+TEST_F(ToolkitScene, FindComponentAndReparent) {
+  TLayout root;
+  auto* child = new TImage(&root);
+  child->Name = u"Thumb";
+  EXPECT_EQ(root.FindComponent(u"thumb"), child);
+  TLayout other;
+  other.AddObject(child);
+  EXPECT_EQ(child->Parent(), &other);
+  EXPECT_THROW(child->AddObject(&other), EToolkitError);  // no cycles
+}
+
+TEST_F(ToolkitScene, AlignmentPlacesChildren) {
+  TLayout root;
+  root.SetBounds(0, 0, 200, 100);
+  root.Padding().Set({5, 5, 5, 5});
+  auto* top = new TLayout(&root);
+  top->SetHeight(10);
+  top->SetAlign(TAlignLayout::Top);
+  auto* left = new TLayout(&root);
+  left->SetWidth(20);
+  left->SetAlign(TAlignLayout::Left);
+  auto* right = new TLayout(&root);
+  right->SetWidth(30);
+  right->Margins().Set({0, 0, -10, 0});  // negative margin: reaches past the padding
+  right->SetAlign(TAlignLayout::Right);
+  auto* client = new TLayout(&root);
+  client->Margins().Set({1, 2, 3, 4});
+  client->SetAlign(TAlignLayout::Client);
+  for (TLayout* c : {top, left, right, client}) root.AddObject(c);
+
+  EXPECT_EQ(top->BoundsRect(), TRectF(5, 5, 195, 15));
+  EXPECT_EQ(left->BoundsRect(), TRectF(5, 15, 25, 95));
+  EXPECT_EQ(right->BoundsRect(), TRectF(175, 15, 205, 95));
+  EXPECT_EQ(client->BoundsRect(), TRectF(26, 17, 172, 91));
+
+  root.SetWidth(300);  // a resize realigns
+  EXPECT_EQ(top->Width(), 290);
+  EXPECT_EQ(right->Position().X(), 275);
+}
+
+TEST_F(ToolkitScene, HorzCenterCentersAndStretchesHeight) {
+  TLayout root;
+  root.SetBounds(0, 0, 100, 50);
+  auto* c = new TLayout(&root);
+  c->SetBounds(0, 0, 40, 10);
+  c->Margins().Set({0, 5, 0, 5});
+  root.AddObject(c);
+  c->SetAlign(TAlignLayout::HorzCenter);
+  EXPECT_EQ(c->BoundsRect(), TRectF(30, 5, 70, 45));
+}
+
+TEST_F(ToolkitScene, BeginUpdateDefersRealign) {
+  TLayout root;
+  root.SetBounds(0, 0, 100, 50);
+  auto* c = new TLayout(&root);
+  root.AddObject(c);
+  c->SetAlign(TAlignLayout::Client);
+  root.BeginUpdate();
+  root.SetWidth(300);
+  EXPECT_EQ(c->Width(), 100);
+  root.EndUpdate();
+  EXPECT_EQ(c->Width(), 300);
+}
+
+TEST_F(ToolkitScene, HitTestFindsTopmostHitTestableControl) {
+  TForm form;
+  form.SetBounds(0, 0, 200, 100);
+  auto* layout = new TLayout(&form);  // a layout does not hit-test itself
+  layout->SetBounds(10, 10, 100, 50);
+  form.AddObject(layout);
+  auto* under = new TImage(&form);
+  under->SetBounds(0, 0, 50, 50);
+  layout->AddObject(under);
+  auto* over = new TImage(&form);
+  over->SetBounds(20, 0, 50, 50);
+  layout->AddObject(over);
+  EXPECT_EQ(form.ObjectAtPoint({15, 15}), under);
+  EXPECT_EQ(form.ObjectAtPoint({35, 15}), over);
+  EXPECT_EQ(form.ObjectAtPoint({105, 15}), nullptr);  // inside the layout only
+  over->SetHitTest(false);
+  EXPECT_EQ(form.ObjectAtPoint({35, 15}), under);
+  under->SetVisible(false);
+  EXPECT_EQ(form.ObjectAtPoint({15, 15}), nullptr);
+  layout->SetClipChildren(true);
+  over->SetHitTest(true);
+  over->SetBounds(80, 0, 50, 50);
+  EXPECT_EQ(form.ObjectAtPoint({115, 15}), nullptr);  // outside the clipping parent
+  EXPECT_EQ(form.ObjectAtPoint({95, 15}), over);
+  EXPECT_EQ(over->AbsoluteToLocal({95, 15}), TPointF(5, 5));
+}
+
+TEST_F(ToolkitScene, OpacityMultipliesDownTheTree) {
+  TLayout root;
+  root.SetOpacity(0.5f);
+  auto* child = new TLayout(&root);
+  root.AddObject(child);
+  child->SetOpacity(0.5f);
+  EXPECT_FLOAT_EQ(child->AbsoluteOpacity(), 0.25f);
+  child->SetOpacity(7);
+  EXPECT_FLOAT_EQ(child->Opacity(), 1);
+}
+
+TEST_F(ToolkitScene, ZOrderDecidesPaintOrder) {
+  TForm form;
+  form.SetBounds(0, 0, 4, 4);
+  auto* red = new TImage(&form);
+  red->Bitmap().SetSize(4, 4);
+  red->Bitmap().Clear(TAlphaColors::Red);
+  red->SetBounds(0, 0, 4, 4);
+  auto* blue = new TImage(&form);
+  blue->Bitmap().SetSize(4, 4);
+  blue->Bitmap().Clear(TAlphaColors::Blue);
+  blue->SetBounds(0, 0, 4, 4);
+  form.AddObject(red);
+  form.AddObject(blue);
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(1, 1), TAlphaColors::Blue);
+  red->BringToFront();
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(1, 1), TAlphaColors::Red);
+  form.SortChildren([&](TFmxObject* a, TFmxObject*) { return a == blue; });
+  EXPECT_EQ(form.ChildList().front(), blue);
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(1, 1), TAlphaColors::Red);
+}
+
+TEST_F(ToolkitScene, RepaintMarksTheFormDirty) {
+  TForm form;
+  form.SetBounds(0, 0, 100, 100);
+  auto* c = new TLayout(&form);
+  form.AddObject(c);
+  form.RenderToBitmap();
+  EXPECT_FALSE(form.NeedsRepaint());
+  c->SetBounds(10, 10, 5, 5);
+  EXPECT_TRUE(form.NeedsRepaint());
+  form.RenderToBitmap();
+  c->InvalidateRect(TRectF(0, 0, 2, 2));
+  EXPECT_EQ(form.UpdateRect(), TRectF(10, 10, 12, 12));
+}
+
+TEST_F(ToolkitScene, WrapModes) {
+  TForm form;
+  form.SetBounds(0, 0, 8, 4);
+  form.Fill.Color = TAlphaColors::White;
+  auto* img = new TImage(&form);
+  img->Bitmap().SetSize(2, 2);
+  img->Bitmap().Clear(TAlphaColors::Black);
+  img->SetBounds(0, 0, 8, 4);
+  form.AddObject(img);
+  img->SetWrapMode(TImageWrapMode::Original);
+  TBitmap& out = form.RenderToBitmap();
+  EXPECT_EQ(out.PixelColor(1, 1), TAlphaColors::Black);
+  EXPECT_EQ(out.PixelColor(3, 1), TAlphaColors::White);
+  img->SetWrapMode(TImageWrapMode::Tile);
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(7, 3), TAlphaColors::Black);
+  img->SetWrapMode(TImageWrapMode::Fit);  // 4 by 4 in the middle
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(0, 1), TAlphaColors::White);
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(3, 1), TAlphaColors::Black);
+  img->SetWrapMode(TImageWrapMode::Stretch);
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(0, 1), TAlphaColors::Black);
+  EXPECT_EQ(form.RenderToBitmap().PixelColor(7, 3), TAlphaColors::Black);
+}
+
+}  // namespace
+}  // namespace qx
