@@ -6,7 +6,7 @@ expected=$'GetFunction\nQxEnumPlugin\nQxGetPlugin'
 case "$module" in
   *.dll)
     actual=$(i686-w64-mingw32-objdump -p "$module" |
-      awk '/\[Ordinal\/Name Pointer\] Table/{table=1; next} table && /^\s*\[/{print $NF; next} table && NF==0{table=0}' | sort)
+      awk '/\[Ordinal\/Name Pointer\] Table/{table=1; next} table && /^[[:space:]]*\[/{print $NF; next} table && NF==0{table=0}' | sort)
     ;;
   *)
     actual=$(nm -D --defined-only "$module" | awk '{print $NF}' | sort)

@@ -9,29 +9,29 @@
 #include <dlfcn.h>
 #endif
 
-using namespace qx;
-
-extern "C" QX_EXPORT HResult QX_STDCALL QxEnumPlugin(std::int32_t* count, const char* const** ids) {
-  if (!count || !ids) return kFail;
-  *count = static_cast<std::int32_t>(kPluginCount);
-  *ids = kPluginIds;
-  return kOk;
+extern "C" QX_EXPORT qx::HResult QX_STDCALL QxEnumPlugin(std::int32_t* count, const char* const** ids) {
+  if (!count || !ids) return qx::kFail;
+  *count = static_cast<std::int32_t>(qx::kPluginCount);
+  *ids = qx::kPluginIds;
+  return qx::kOk;
 }
 
-extern "C" QX_EXPORT HResult QX_STDCALL QxGetPlugin(const char* id, IQxIServiceCore* serviceCore, IUnknown** plugin) {
-  ComPtr<IQxIServiceCore> holdCore(serviceCore);
+extern "C" QX_EXPORT qx::HResult QX_STDCALL QxGetPlugin(const char* id, qx::IQxIServiceCore* serviceCore,
+                                                         qx::IUnknown** plugin) {
+  // Held for the time of the call.
+  const qx::ComPtr<qx::IQxIServiceCore> holdCore(serviceCore);
   if (plugin) *plugin = nullptr;
-  HResult result = kFail;
+  qx::HResult result = qx::kFail;
   if (!id || !serviceCore || !plugin) return result;
-  const TString wanted = FromAnsi(id);
+  const qx::TString wanted = qx::FromAnsi(id);
   // No early exit: a later match would win.
-  TPluginFactory match = nullptr;
-  for (std::size_t i = 0; i < kPluginCount; ++i)
-    if (SameText(wanted, FromAnsi(kPluginIds[i]))) match = kPluginClasses[i];
+  qx::TPluginFactory match = nullptr;
+  for (std::size_t i = 0; i < qx::kPluginCount; ++i)
+    if (qx::SameText(wanted, qx::FromAnsi(qx::kPluginIds[i]))) match = qx::kPluginClasses[i];
   if (!match) return result;
-  ComPtr<IUnknown> created = match(serviceCore);
+  qx::ComPtr<qx::IUnknown> created = match(serviceCore);
   *plugin = created.detach();
-  if (*plugin) result = kOk;
+  if (*plugin) result = qx::kOk;
   return result;
 }
 
