@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vector>
+
+#include "base/ComObject.h"
+#include "host/QuillmarV3Interface.h"
+
+namespace qx {
+
+// Array of host objects; identity decides IndexOf.
+class TFakeArray : public TInterfacedObject<IQxIArray> {
+ public:
+  HResult QX_STDCALL GetItem(std::int32_t index, IUnknown** item) override;
+  HResult QX_STDCALL SetItem(std::int32_t index, IUnknown* item) override;
+  HResult QX_STDCALL GetCount(std::int32_t* count) override;
+  HResult QX_STDCALL Add(IUnknown* item) override;
+  HResult QX_STDCALL Insert(std::int32_t index, IUnknown* item) override;
+  HResult QX_STDCALL Delete(std::int32_t index) override;
+  HResult QX_STDCALL Exchange(std::int32_t a, std::int32_t b) override;
+  HResult QX_STDCALL Move(std::int32_t from, std::int32_t to) override;
+  HResult QX_STDCALL IndexOf(IUnknown* item, std::int32_t* index) override;
+
+  const std::vector<ComPtr<IUnknown>>& Items() const { return items_; }
+
+ private:
+  bool Valid(std::int32_t index) const { return index >= 0 && static_cast<std::size_t>(index) < items_.size(); }
+
+  std::vector<ComPtr<IUnknown>> items_;
+};
+
+}  // namespace qx

@@ -1,0 +1,161 @@
+#include "fakehost/FakeHost.h"
+
+#include "fakehost/FakeFactoryService.h"
+#include "fakehost/FakeOpaqueService.h"
+#include "fakehost/FakeXmlService.h"
+#include "host/ServiceIds.h"
+
+namespace qx {
+
+TFakeHost::TFakeHost()
+    : core_(MakeCom<TFakeServiceCore>()),
+      plugins_(MakeCom<TFakePluginService>()),
+      events_(MakeCom<TFakeEventService>()),
+      pageData_(MakeCom<TFakePageDataManager>()),
+      properties_(MakeCom<TFakePropertyService>()),
+      directories_(MakeCom<TFakeDirectoryService>()),
+      favicons_(MakeCom<TFakeFaviconManager>(events_)),
+      resources_(MakeCom<TFakeGraphicResourceService>(favicons_)),
+      translator_(MakeCom<TFakeTranslatorService>()),
+      windows_(MakeCom<TFakeWindowService>()),
+      widgets_(MakeCom<TFakeWidgetService>()),
+      globalStorage_(MakeCom<TFakeGlobalStorageService>()),
+      bookmarks_(MakeCom<TFakeBookmarkManager>()),
+      actions_(MakeCom<TFakeActionManager>()),
+      uriAction_(MakeCom<TFakeUriAction>()),
+      model_(std::make_shared<TFakeTabModel>(events_)) {
+  model_->SetPageData(pageData_.get());
+  dock_ = MakeCom<TFakeTabDock>(model_);
+  tabManager_ = MakeCom<TFakeTabManager>(model_, dock_);
+  browserManager_ = MakeCom<TFakeBrowserManager>(model_);
+  RegisterReactions();
+  RegisterServices();
+}
+
+TFakeHost::~TFakeHost() {
+  for (const auto cookie : reactionCookies_) events_->RemoveHostHandler(cookie);
+  // The module's objects hold the service core; letting go of them first breaks the cycle.
+  plugins_->Clear();
+  core_->Clear();
+  events_->Clear();
+  services_.clear();
+  model_.reset();
+}
+
+namespace {
+
+template <class T>
+ComPtr<IUnknown> AsUnknown(const ComPtr<T>& object) {
+  return object.template As<IUnknown>();
+}
+
+template <class I>
+ComPtr<IUnknown> Opaque() {
+  return AsUnknown(MakeCom<TFakeOpaqueService<I>>());
+}
+
+}  // namespace
+
+void TFakeHost::RegisterServices() {
+  const std::pair<std::string_view, ComPtr<IUnknown>> objects[] = {
+      {"PluginService", AsUnknown(plugins_)},
+      {"GraphicsService", Opaque<IQxIGraphicsService>()},
+      {"FactoryService", AsUnknown(MakeCom<TFakeFactoryService>())},
+      {"WindowService", AsUnknown(windows_)},
+      {"EventService", AsUnknown(events_)},
+      {"PropertyService", AsUnknown(properties_)},
+      {"GraphicResourceService", AsUnknown(resources_)},
+      {"WidgetService", AsUnknown(widgets_)},
+      {"TranslatorService", AsUnknown(translator_)},
+      {"GlobalStorageService", AsUnknown(globalStorage_)},
+      {"DirectoryService", AsUnknown(directories_)},
+      {"XmlService", AsUnknown(MakeCom<TFakeXmlService>())},
+      {"ActionManager", AsUnknown(actions_)},
+      {"TabManager", AsUnknown(tabManager_)},
+      {"BrowserManager", AsUnknown(browserManager_)},
+      {"PageDataManager", AsUnknown(pageData_)},
+      {"BookmarkManagerV3", AsUnknown(bookmarks_)},
+      {"XmlWidgetManager", Opaque<IQxIXmlWidgetManager>()},
+      {"UriAction", AsUnknown(uriAction_)},
+      {"FaviconManagerV3", AsUnknown(favicons_)},
+      {"HistoryManager", Opaque<IQxIHistoryManager>()},
+      {"SearchManager", Opaque<IQxISearchManager>()},
+      {"SearchHistoryManager", Opaque<IQxISearchHistoryManager>()},
+      {"WindowOrderManager", Opaque<IQxIWindowOrderManager>()},
+      // Another service than the bookmark manager, though asked for with its identity.
+      {"BasicToolBarManager", AsUnknown(MakeCom<TFakeBookmarkManager>())},
+      {"UserAgentManager", Opaque<IQxIUserAgentManager>()},
+      {"XmlWidgetPopup", Opaque<IQxIXmlWidgetPopup>()},
+      {"InputHandler", Opaque<IQxIInputHandler>()},
+      {"CabinetManager", Opaque<IQxICabinetManager>()},
+      {"ClientWidgetFactory", Opaque<IQxIClientWidgetFactory>()},
+      {"MigemoSearchPlugin", Opaque<IQxIMigemoSearchPlugin>()},
+  };
+  for (const auto& [name, object] : objects) services_[std::string(name)] = object;
+  for (const auto& entry : ServiceTable()) RestoreService(entry.ShortName);
+}
+
+void TFakeHost::RemoveService(std::string_view shortName) {
+  const auto* entry = FindServiceEntry(shortName);
+  if (!entry) return;
+  if (entry->Kind == ServiceKind::Core) core_->UnregisterService(ServiceId(shortName));
+  else plugins_->UnregisterPlugin(ServiceId(shortName));
+}
+
+void TFakeHost::RestoreService(std::string_view shortName) {
+  const auto* entry = FindServiceEntry(shortName);
+  const auto it = services_.find(std::string(shortName));
+  if (!entry || it == services_.end()) return;
+  if (entry->Kind == ServiceKind::Core) core_->RegisterService(ServiceId(shortName), it->second.get());
+  else plugins_->RegisterPlugin(ServiceId(shortName), it->second.get());
+}
+
+void TFakeHost::RegisterPlugin(std::string_view shortName, IUnknown* object) {
+  plugins_->RegisterPlugin(ServiceId(shortName), object);
+}
+
+void TFakeHost::UseFolder(const std::filesystem::path& root) {
+  directories_->MakeDirectoryTree(root);
+  std::error_code error;
+  std::filesystem::create_directories(root / "rc/menu", error);
+  std::filesystem::create_directories(root / "favicons", error);
+  resources_->SetSkinRoot(root / "rc/skins/current");
+  resources_->SetMenuRoot(root / "rc/menu");
+  favicons_->SetRoot(root / "favicons");
+}
+
+void TFakeHost::SetInCabinet(bool in) {
+  if (in == inCabinet_) return;
+  inCabinet_ = in;
+  events_->FireFromHost(in ? u"QxCabinetDataManager.Cabinet.Enter" : u"QxCabinetDataManager.Cabinet.Exit", {});
+}
+
+void TFakeHost::React(std::u16string_view eventId,
+                      std::function<void(IQxIStringDictionary*, std::vector<std::u16string>&)> f) {
+  reactionCookies_.push_back(events_->AddHostHandler(
+      eventId, [this, f = std::move(f)](const std::u16string&, IQxIStringDictionary* parameters,
+                                        std::vector<std::u16string>& results) {
+        if (reactions_) f(parameters, results);
+      }));
+}
+
+void TFakeHost::RegisterReactions() {
+  const auto tabOf = [this](IQxIStringDictionary* parameters) {
+    return model_->TabByGuid(ParamValue(ReadStringDictionary(parameters), u"tab-id"));
+  };
+  React(u"TabBar.SelectTab", [this, tabOf](IQxIStringDictionary* p, auto&) {
+    if (TFakeTab* tab = tabOf(p)) model_->Activate(tab);
+  });
+  React(u"TabBar.CloseTab", [this, tabOf](IQxIStringDictionary* p, auto&) {
+    if (TFakeTab* tab = tabOf(p)) model_->CloseTab(tab);
+  });
+  React(u"TabBar.NewTab", [this](IQxIStringDictionary*, auto&) { model_->OpenTab(u"about:blank"); });
+  React(u"QxCabinetDataManager.Cabinet", [this](IQxIStringDictionary*, auto&) { SetInCabinet(!inCabinet_); });
+  React(u"XmlWidget.MenuOpen",
+        [this](IQxIStringDictionary* p, auto&) { menuOpens_.push_back(ReadStringDictionary(p)); });
+  React(u"BrowserEngine.GetUserAgentBase", [this](IQxIStringDictionary*, std::vector<std::u16string>& results) {
+    results.push_back(userAgent_);
+  });
+}
+
+}  // namespace qx
