@@ -65,6 +65,7 @@ class TTabGroupViewLayout {
   bool atRightEdge() const;
 
   // ---- passes
+  // The chained list without geometry; the caller calls UnChain on item 0.
   TAttributeList createAttributes() const;
   // The whole strip; the caller calls UnChain on item 0 when done.
   TAttributeList layoutAttributes();
@@ -156,7 +157,7 @@ class TTabGroupViewLayout {
 
   TShape FShape;
   TDebugSink FDebugSink;
-  mutable TItems FScratch;
+  TItems FScratch;  // reused by each pass
 };
 
 // Same-value test of the run-time library: equal within a relative resolution

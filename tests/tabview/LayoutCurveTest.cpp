@@ -232,3 +232,51 @@ TEST(LayoutParameters, ProgressIsClampedToBothLimits) {
 
 }  // namespace
 }  // namespace qx
+
+namespace qx {
+namespace {
+
+TEST(LayoutObjects, NewObjectsAreAllZero) {
+  auto p = MakeCom<TTabLayoutCalculationParametersImpl>();
+  TPointD point(1, 1);
+  p->GetStartPoint(point);
+  EXPECT_EQ(point, TPointD());
+  p->GetEndPoint(point);
+  EXPECT_EQ(point, TPointD());
+  EXPECT_EQ(p->GetSlope(), 0);
+  EXPECT_EQ(p->GetStraightSpan(), 0);
+  EXPECT_FALSE(p->GetIsDefault());
+  ComPtr<ITabGroupViewLayoutBezier> curve = MakeCom<TTabGroupViewLayoutBezierImpl>();
+  p->GetLeftCurve(curve);
+  EXPECT_FALSE(curve);
+  auto bezier = MakeCom<TTabGroupViewLayoutBezierImpl>();
+  EXPECT_EQ(bezier->GetControlPoint1(), TPointD());
+  EXPECT_EQ(bezier->GetEndPoint(), TPointD());
+  auto pin = MakeCom<TTabGroupViewLayoutPinImpl>();
+  EXPECT_EQ(pin->GetSlope(), 0);
+  EXPECT_FALSE(pin->GetLeftCurve());
+  EXPECT_FALSE(pin->GetRightCurve());
+  // Each answers for its own identity.
+  EXPECT_TRUE(ComPtr<IUnknown>(pin.get()).As<ITabGroupViewLayoutPin>());
+  EXPECT_FALSE(ComPtr<IUnknown>(pin.get()).As<ITabGroupViewLayoutBezier>());
+  EXPECT_TRUE(ComPtr<IUnknown>(p.get()).As<ITabLayoutCalculationParameters>());
+}
+
+TEST(LayoutObjects, CreateAttributesHasNoGeometry) {
+  testing_strip::TStrip strip({2, 3}, 600);
+  strip.setActive(4);
+  auto list = strip.layout().createAttributes();
+  ASSERT_EQ(list->Count(), 5);
+  ComPtr<ITabViewLayoutAttributes> item;
+  list->GetItem(4, item);
+  EXPECT_TRUE(item->GetActive());
+  EXPECT_TRUE(item->GetLastInSection());
+  EXPECT_EQ(item->GetFrame(), TRectD());
+  EXPECT_EQ(item->GetPrecedingCount(), 4);
+  EXPECT_FALSE(strip.layout().parameters());  // nothing calculated
+  list->GetItem(0, item);
+  item->UnChain();
+}
+
+}  // namespace
+}  // namespace qx
