@@ -278,6 +278,7 @@ class TServiceCoreWrapImplBase : public TInterfacedObject<IServiceCoreWrap> {
 class TServiceCoreWrapImpl : public TServiceCoreWrapImplBase {
  public:
   TServiceCoreWrapImpl(IQxIServiceCore* serviceCore, bool useEventDelayTask);
+  ~TServiceCoreWrapImpl() override;
 
   HResult GetService(std::string_view name, const TGUID& iid, void** object) override;
   HResult GetPluginObject(std::string_view name, const TGUID& iid, void** object) override;

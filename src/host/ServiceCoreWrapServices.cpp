@@ -15,14 +15,20 @@ TServiceCoreWrapImplBase::TServiceCoreWrapImplBase(bool useEventDelayTask)
 }
 
 TServiceCoreWrapImplBase::~TServiceCoreWrapImplBase() {
+  // The sweep needs the service lookups, which belong to the derived class; it has run
+  // in the derived destructor by now.
   FDestroying = true;
-  RemoveAllHandlers();
   FEventList.clear();
   FActionList.clear();
 }
 
 TServiceCoreWrapImpl::TServiceCoreWrapImpl(IQxIServiceCore* serviceCore, bool useEventDelayTask)
     : TServiceCoreWrapImplBase(useEventDelayTask), FServiceCore(serviceCore) {}
+
+TServiceCoreWrapImpl::~TServiceCoreWrapImpl() {
+  FDestroying = true;
+  RemoveAllHandlers();
+}
 
 HResult TServiceCoreWrapImpl::GetService(std::string_view name, const TGUID& iid, void** object) {
   if (!object) return kFail;

@@ -1,0 +1,96 @@
+// The host simulator: loads the module through its exports, builds both plug-ins against
+// the fake browser, plays the built-in scenario and reports what the module answered.
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "ModuleLoader.h"
+#include "base/Text.h"
+#include "fakehost/FakeHost.h"
+#include "host/WrapV3Intf.h"
+#include "platform/portable/PortableOsExport.h"
+
+QX_EXPORT_PORTABLE_OS()
+
+namespace qx {
+namespace {
+
+struct TOptions {
+  std::string ModulePath;
+  std::string OutDir = "hostsim-out";
+};
+
+std::string HResultText(HResult status) {
+  char buffer[16];
+  std::snprintf(buffer, sizeof buffer, "0x%08X", static_cast<unsigned>(status));
+  return buffer;
+}
+
+std::string TextOf(IQxIString* value) { return value ? ToUtf8(StringText(value)) : std::string("(nil)"); }
+
+void ReportText(const char* label, HResult status, IQxIString* value) {
+  std::printf("    %-16s %s  %s\n", label, HResultText(status).c_str(), TextOf(value).c_str());
+}
+
+int Run(const TOptions& options) {
+  TModuleLoader loader;
+  if (!loader.Load(options.ModulePath)) {
+    std::fprintf(stderr, "hostsim: %s\n", loader.Error().c_str());
+    return 2;
+  }
+  std::printf("module: %s\n", options.ModulePath.c_str());
+  TFakeHost host;
+  const auto ids = loader.PluginIds();
+  std::printf("plug-ins: %zu\n", ids.size());
+  for (const std::string& id : ids) {
+    std::printf("  %s\n", id.c_str());
+    ComPtr<IUnknown> object;
+    const HResult status = loader.GetPlugin()(id.c_str(), host.ServiceCore().get(), object.put());
+    if (Failed(status) || !object) {
+      std::printf("    QxGetPlugin failed: %s\n", HResultText(status).c_str());
+      continue;
+    }
+    host.RegisterPlugin(id, object.get());
+    if (ComPtr<IQxIPlugin> plugin = object.As<IQxIPlugin>()) {
+      ComPtr<IQxIString> guid, version;
+      const HResult guidStatus = plugin->GetGuid(guid.put());
+      ReportText("GetGuid", guidStatus, guid.get());
+      const HResult versionStatus = plugin->GetVersion(version.put());
+      ReportText("GetVersion", versionStatus, version.get());
+    }
+    if (ComPtr<IQxIControl> control = object.As<IQxIControl>()) {
+      ComPtr<IQxIString> guid;
+      const HResult status = control->GetControlGuid(guid.put());
+      ReportText("GetControlGuid", status, guid.get());
+    }
+  }
+  std::printf("exports: QxEnumPlugin=%p QxGetPlugin=%p GetFunction(\"QxGetPlugin\")=%p\n",
+              reinterpret_cast<void*>(loader.EnumPlugin()), reinterpret_cast<void*>(loader.GetPlugin()),
+              loader.GetFunction()("QxGetPlugin"));
+  for (const std::string& id : ids) host.RegisterPlugin(id, nullptr);
+  return 0;
+}
+
+}  // namespace
+}  // namespace qx
+
+int main(int argc, char** argv) {
+  qx::TOptions options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string arg = argv[i];
+    if (arg == "--module" && i + 1 < argc) {
+      options.ModulePath = argv[++i];
+    } else if (arg == "--out" && i + 1 < argc) {
+      options.OutDir = argv[++i];
+    } else if (arg == "--help") {
+      std::printf("usage: hostsim --module PATH [--out DIR]\n");
+      return 0;
+    } else {
+      std::fprintf(stderr, "hostsim: unknown argument %s\n", arg.c_str());
+      return 2;
+    }
+  }
+  if (options.ModulePath.empty()) options.ModulePath = QX_DEFAULT_MODULE_PATH;
+  return qx::Run(options);
+}
