@@ -5,7 +5,12 @@
 namespace qx {
 
 TTabImageItem::~TTabImageItem() {
-  if (FSection) FSection->Forget(this);
+  if (!FSection) return;
+  if (TTabImageSectionList* list = FSection->Owner()) {
+    list->Forget(this);
+  } else {
+    FSection->Forget(this);
+  }
 }
 
 }  // namespace qx

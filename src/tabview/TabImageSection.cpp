@@ -131,8 +131,10 @@ void TTabImageSection::Renumber() {
 }
 
 void TTabImageSection::Forget(TTabImageItem* tab) {
-  const auto it = std::find(FTabImages.begin(), FTabImages.end(), tab);
-  if (it != FTabImages.end()) Delete(static_cast<std::int32_t>(it - FTabImages.begin()));
+  for (auto it = std::find(FTabImages.begin(), FTabImages.end(), tab); it != FTabImages.end();
+       it = std::find(FTabImages.begin(), FTabImages.end(), tab)) {
+    Delete(static_cast<std::int32_t>(it - FTabImages.begin()));
+  }
 }
 
 // ---------------------------------------------------------------- list
@@ -248,6 +250,11 @@ void TTabImageSectionList::Swap(TTabImageItem* tabA, TTabImageItem* tabB) {
 TTabImageItem* TTabImageSectionList::FindTabImageFromId(std::u16string_view guid) const {
   const auto it = FTabMap.find(std::u16string(guid));
   return it == FTabMap.end() ? nullptr : it->second;
+}
+
+void TTabImageSectionList::Forget(TTabImageItem* tab) {
+  TListUpdate update(*this);
+  for (const auto& section : FSections) section->Forget(tab);
 }
 
 void TTabImageSectionList::EndUpdate() {

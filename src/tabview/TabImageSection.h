@@ -119,8 +119,12 @@ class TTabImageSectionList {
 
  private:
   friend class TTabImageSection;
+  friend class TTabImageItem;
 
   void SectionsChanged();
+  // Drops a tab that is going away from every section, also from one it was
+  // written into without leaving its own.
+  void Forget(TTabImageItem* tab);
 
   std::vector<std::unique_ptr<TTabImageSection>> FSections;
   std::vector<TTabImageItem*> FTabImages;

@@ -185,6 +185,11 @@ TEST(TabImageSectionList, SwapAcrossSectionsWritesIntoTheFirstTabsSection) {
   EXPECT_EQ(tabs[1]->Section(), nullptr);  // the tab that stood at index 1 of a was written over
   EXPECT_EQ(b->TabImages(1), tabs[3].get());  // section b is left as it stood
   EXPECT_EQ(tabs[3]->Section(), a);
+  // Freeing that tab takes it out of both sections.
+  tabs[3].reset();
+  EXPECT_EQ(a->Count(), 1);
+  EXPECT_EQ(b->Count(), 1);
+  EXPECT_EQ(list.TabCount(), 2);
 }
 
 TEST(TabImageSectionList, SwapNeedsSectionsAndIndexes) {
