@@ -355,6 +355,14 @@ HResult TFakeTabModel::CloseTab(TFakeTab* tab) {
   if (!tab) return kInvalidArg;
   ComPtr<TFakeTab> keep(tab);
   if (std::none_of(tabs_.begin(), tabs_.end(), [&](const auto& t) { return t.get() == tab; })) return kFail;
+  // A listener that closes the tab again while its closing is announced changes nothing.
+  if (std::find(closing_.begin(), closing_.end(), tab) != closing_.end()) return kFalse;
+  closing_.push_back(tab);
+  struct TDone {
+    std::vector<const TFakeTab*>& list;
+    const TFakeTab* tab;
+    ~TDone() { std::erase(list, tab); }
+  } done{closing_, tab};
   if (ComPtr<TFakeTabGroup> group = tab->group_) {
     if (group->active_.get() == tab) {
       const auto flat = group->FlatTabs();

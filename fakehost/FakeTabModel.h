@@ -190,6 +190,7 @@ class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
   std::vector<ComPtr<TFakeWebView>> browsers_;
   std::vector<TFakeBrowserCommand> commands_;
   TFakeWebView* focused_ = nullptr;
+  std::vector<const TFakeTab*> closing_;  // tabs whose closing is under way
   std::int32_t nextDockId_ = 1;
   std::int32_t nextListId_ = 1;
   std::uintptr_t nextWindowHandle_ = 0x20000;

@@ -6,6 +6,19 @@
 
 namespace qx {
 
+TFakeXmlElement::~TFakeXmlElement() {
+  // Frees a deep tree level by level, not by recursion.
+  std::vector<ComPtr<TFakeXmlElement>> pending = std::move(children_);
+  while (!pending.empty()) {
+    auto child = std::move(pending.back());
+    pending.pop_back();
+    if (child->RefCount() == 1) {
+      for (auto& grandchild : child->children_) pending.push_back(std::move(grandchild));
+      child->children_.clear();
+    }
+  }
+}
+
 std::optional<std::u16string> TFakeXmlElement::Attribute(std::u16string_view name) const {
   for (const auto& [key, value] : attributes_)
     if (key == name) return value;

@@ -15,6 +15,7 @@ namespace qx {
 class TFakeXmlElement : public TInterfacedObject<IQxIXmlElement> {
  public:
   explicit TFakeXmlElement(std::u16string name) : name_(std::move(name)) {}
+  ~TFakeXmlElement() override;
 
   // A missing attribute gives the fallback text (empty for nil) with success.
   HResult QX_STDCALL GetAttribute(Text name, IQxIString** value, Text fallback) override;

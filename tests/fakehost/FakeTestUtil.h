@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/Text.h"
+#include "fakehost/FakeBrowser.h"
+
+namespace qx::test {
+
+// "Id" or "Id:event:timing" for each logged event whose id is among those given (all when none).
+inline std::vector<std::string> Steps(const std::vector<TFakeEventRecord>& log,
+                                      const std::vector<std::u16string>& only = {}) {
+  std::vector<std::string> steps;
+  for (const auto& record : log) {
+    if (!only.empty() && std::find(only.begin(), only.end(), record.Id) == only.end()) continue;
+    std::string step = ToUtf8(record.Id);
+    if (record.Has(u"event")) step += ":" + ToUtf8(record.Value(u"event"));
+    if (record.Has(u"timing")) step += ":" + ToUtf8(record.Value(u"timing"));
+    steps.push_back(step);
+  }
+  return steps;
+}
+
+inline std::u16string U(const char* text) { return FromUtf8(text); }
+
+}  // namespace qx::test
