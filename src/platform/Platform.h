@@ -16,10 +16,12 @@ namespace qx {
 
 struct TWindowHandleTag;
 struct THookHandleTag;
+struct TTouchInputHandleTag;
 
 // Opaque, pointer-sized window handle; null is "no window".
 using HWnd = TWindowHandleTag*;
 using HHook = THookHandleTag*;
+using HTouchInput = TTouchInputHandleTag*;
 
 // Exactly the system's parameter types, so procedures can be handed over unchanged.
 #if defined(_WIN32) && !defined(_WIN64)
@@ -107,6 +109,39 @@ struct CwpStruct {
   WParam wParam = 0;
   std::uint32_t message = 0;
   HWnd hwnd = nullptr;
+};
+
+// Same layout as the system's TOUCHINPUT; x and y in hundredths of a screen pixel.
+struct TouchInput {
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+  void* hSource = nullptr;
+  std::uint32_t dwID = 0;
+  std::uint32_t dwFlags = 0;
+  std::uint32_t dwMask = 0;
+  std::uint32_t dwTime = 0;
+  ULongPtr dwExtraInfo = 0;
+  std::uint32_t cxContact = 0;
+  std::uint32_t cyContact = 0;
+};
+
+// Same layout as the system's INPUT_MESSAGE_SOURCE.
+struct InputMessageSource {
+  std::int32_t deviceType = 0;
+  std::int32_t originId = 0;
+};
+
+// Same layout as the system's TTTOOLINFOW (48 bytes on 32 bits).
+struct ToolInfoW {
+  std::uint32_t cbSize = sizeof(ToolInfoW);
+  std::uint32_t uFlags = 0;
+  HWnd hwnd = nullptr;
+  std::uintptr_t uId = 0;
+  Rect rect;
+  void* hinst = nullptr;
+  char16_t* lpszText = nullptr;
+  LParam lParam = 0;
+  void* lpReserved = nullptr;
 };
 
 constexpr std::uint16_t LoWord(std::uintptr_t v) { return static_cast<std::uint16_t>(v & 0xFFFF); }
@@ -326,9 +361,47 @@ inline constexpr std::int32_t IDCANCEL = 2;
 inline constexpr std::int32_t IDYES = 6;
 inline constexpr std::int32_t IDNO = 7;
 
+// Touch input.
+inline constexpr std::uint32_t TOUCHEVENTF_MOVE = 0x0001;
+inline constexpr std::uint32_t TOUCHEVENTF_DOWN = 0x0002;
+inline constexpr std::uint32_t TOUCHEVENTF_UP = 0x0004;
+inline constexpr std::uint32_t TOUCHEVENTF_INRANGE = 0x0008;
+inline constexpr std::uint32_t TOUCHEVENTF_PRIMARY = 0x0010;
+inline constexpr std::uint32_t TOUCHEVENTF_NOCOALESCE = 0x0020;
+inline constexpr std::uint32_t TOUCHEVENTF_PALM = 0x0080;
+inline constexpr std::uint32_t TWF_FINETOUCH = 0x0001;
+inline constexpr std::uint32_t TWF_WANTPALM = 0x0002;
+inline constexpr std::int32_t IMDT_UNAVAILABLE = 0;
+inline constexpr std::int32_t IMDT_KEYBOARD = 1;
+inline constexpr std::int32_t IMDT_MOUSE = 2;
+inline constexpr std::int32_t IMDT_TOUCH = 4;
+inline constexpr std::int32_t IMDT_PEN = 8;
+inline constexpr std::int32_t IMO_UNAVAILABLE = 0;
+inline constexpr std::int32_t IMO_HARDWARE = 1;
+inline constexpr std::int32_t IMO_INJECTED = 2;
+inline constexpr std::int32_t IMO_SYSTEM = 4;
+
+// Common controls: the tooltip window.
+inline constexpr char16_t TOOLTIPS_CLASSW[] = u"tooltips_class32";
+inline constexpr std::uint32_t ICC_WIN95_CLASSES = 0x00FF;
+inline constexpr std::uint32_t TTS_ALWAYSTIP = 0x01;
+inline constexpr std::uint32_t TTS_NOPREFIX = 0x02;
+inline constexpr std::uint32_t TTF_IDISHWND = 0x0001;
+inline constexpr std::uint32_t TTF_SUBCLASS = 0x0010;
+inline constexpr std::uint32_t TTM_ACTIVATE = WM_USER + 1;
+inline constexpr std::uint32_t TTM_GETTOOLCOUNT = WM_USER + 13;
+inline constexpr std::uint32_t TTM_SETMAXTIPWIDTH = WM_USER + 24;
+inline constexpr std::uint32_t TTM_POP = WM_USER + 28;
+inline constexpr std::uint32_t TTM_ADDTOOLW = WM_USER + 50;
+inline constexpr std::uint32_t TTM_DELTOOLW = WM_USER + 51;
+inline constexpr std::uint32_t TTM_NEWTOOLRECTW = WM_USER + 52;
+inline constexpr std::uint32_t TTM_UPDATETIPTEXTW = WM_USER + 57;
+
 // Extra info stamped on mouse messages synthesized from pen or touch input.
 inline constexpr std::uint32_t MI_WP_SIGNATURE = 0xFF515700u;
 inline constexpr std::uint32_t SIGNATURE_MASK = 0xFFFFFF00u;
+// With the low seven bits cleared: a mouse message made from touch.
+inline constexpr std::uint32_t MI_WP_TOUCH = 0xFF515780u;
 
 }  // namespace win
 
@@ -434,12 +507,28 @@ class IPlatform {
   virtual HWnd GetFocus() = 0;
 
   // Hooks on this thread's message flow. WH_MOUSE sees mouse input before its window,
-  // WH_CALLWNDPROC every message sent straight to a window procedure, WH_GETMESSAGE each retrieved message.
+  // WH_CALLWNDPROC every message sent straight to a window procedure, WH_GETMESSAGE
+  // each retrieved message.
   virtual HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) = 0;
   virtual bool UnhookWindowsHookEx(HHook hook) = 0;
   virtual LResult CallNextHookEx(HHook hook, std::int32_t code, WParam wParam, LParam lParam) = 0;
 
+  // Touch. WM_TOUCH carries the point count in the low word of wParam and the input
+  // handle in lParam; DefWindowProcW closes the handle.
+  virtual bool RegisterTouchWindow(HWnd hwnd, std::uint32_t flags) = 0;
+  virtual bool UnregisterTouchWindow(HWnd hwnd) = 0;
+  virtual bool IsTouchWindow(HWnd hwnd, std::uint32_t* flags) = 0;
+  virtual bool GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) = 0;
+  virtual bool CloseTouchInputHandle(HTouchInput input) = 0;
+  // Where the message being handled came from; false on systems without the call.
+  virtual bool GetCurrentInputMessageSource(InputMessageSource* source) = 0;
+
+  // Registers the common control classes (the tooltip window).
+  virtual bool InitCommonControlsEx(std::uint32_t classes) = 0;
+
   // System information.
+  // True when the system is at least major.minor.
+  virtual bool CheckWin32Version(std::int32_t major, std::int32_t minor) = 0;
   virtual std::int32_t GetSystemMetrics(std::int32_t index) = 0;
   // GetDeviceCaps(screen DC, LOGPIXELSY).
   virtual std::int32_t GetLogPixelsY() = 0;

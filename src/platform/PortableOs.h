@@ -33,6 +33,23 @@ struct TMessageBoxCall {
   std::uint32_t type = 0;
 };
 
+// What a tooltip window was told, through TTM_* messages.
+struct TTooltipTool {
+  HWnd hwnd = nullptr;
+  std::uintptr_t id = 0;
+  std::uint32_t flags = 0;
+  Rect rect;
+  std::u16string text;
+  bool textCallback = false;
+};
+
+struct TTooltipState {
+  bool active = true;
+  std::int32_t maxWidth = -1;
+  std::int32_t pops = 0;
+  std::vector<TTooltipTool> tools;
+};
+
 class IPortableOs : public IPlatform {
  public:
   IPortableOs* Portable() override { return this; }
@@ -60,6 +77,10 @@ class IPortableOs : public IPlatform {
   // Delivers a key message to hwnd, or to the focus window when hwnd is null; keydown
   // and keyup update the key state of the virtual key.
   virtual LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) = 0;
+  // Touch points in hundredths of a screen pixel. A window registered for touch gets
+  // WM_TOUCH; any other gets mouse messages for the primary point, marked as made from
+  // touch in the extra info and the input source.
+  virtual LResult InjectTouch(HWnd hwnd, const std::vector<TouchInput>& points) = 0;
   virtual void SetKeyState(std::int32_t virtualKey, bool down, bool toggled = false) = 0;
 
   // Pixel surfaces: the toolkit presents a window's picture, the simulator reads it.
@@ -73,6 +94,10 @@ class IPortableOs : public IPlatform {
   virtual void SetLogPixelsY(std::int32_t dpi) = 0;
   // The locale values are given as LOCALE_* type and text.
   virtual void SetLocaleInfo(std::uint32_t type, std::u16string value) = 0;
+  // Without it GetCurrentInputMessageSource fails, as on systems before it existed.
+  virtual void SetInputMessageSourceAvailable(bool available) = 0;
+  virtual void SetWin32Version(std::int32_t major, std::int32_t minor) = 0;
+  virtual bool ReadTooltip(HWnd hwnd, TTooltipState* out) = 0;
   virtual void SetMessageBoxAnswer(std::int32_t answer) = 0;
   virtual std::vector<TMessageBoxCall> MessageBoxCalls() = 0;
   // Live windows and queued messages, to check for leaks.

@@ -203,5 +203,83 @@ TEST_F(InputTest, CursorPositionAndDoubleClickTime) {
   EXPECT_EQ(P().GetDoubleClickTime(), 300u);
 }
 
+TouchInput Point100(std::int32_t x, std::int32_t y, std::uint32_t flags, std::uint32_t id = 1) {
+  TouchInput t;
+  t.x = x * 100;
+  t.y = y * 100;
+  t.dwFlags = flags;
+  t.dwID = id;
+  return t;
+}
+
+std::vector<TouchInput> gTouchRead;
+bool gTouchReadOk = false;
+LResult QX_STDCALL TouchProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+  if (msg == WM_TOUCH) {
+    gTouchRead.assign(LoWord(wParam), TouchInput{});
+    gTouchReadOk = Platform().GetTouchInputInfo(reinterpret_cast<HTouchInput>(lParam), LoWord(wParam),
+                                                gTouchRead.data(), static_cast<std::int32_t>(sizeof(TouchInput)));
+    InputMessageSource source;
+    EXPECT_TRUE(Platform().GetCurrentInputMessageSource(&source));
+    EXPECT_EQ(source.deviceType, IMDT_TOUCH);
+  }
+  Log().push_back(TRecord{hwnd, msg, wParam, lParam, 0});
+  return Platform().DefWindowProcW(hwnd, msg, wParam, lParam);
+}
+
+TEST_F(InputTest, TouchWindowsGetTouchMessagesWithReadablePoints) {
+  P().RegisterClassW(u"Touch", &TouchProc);
+  HWnd hwnd = P().CreateWindowExW(0, u"Touch", u"", WS_VISIBLE, 10, 10, 100, 100, nullptr, nullptr);
+  std::uint32_t flags = 0;
+  EXPECT_FALSE(P().IsTouchWindow(hwnd, &flags));
+  ASSERT_TRUE(P().RegisterTouchWindow(hwnd, 3));
+  EXPECT_TRUE(P().IsTouchWindow(hwnd, &flags));
+  EXPECT_EQ(flags, 3u);
+  Log().clear();
+  gTouchRead.clear();
+  Os().InjectTouch(hwnd, {Point100(20, 30, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY, 1),
+                          Point100(40, 50, TOUCHEVENTF_DOWN, 2)});
+  EXPECT_TRUE(gTouchReadOk);
+  ASSERT_EQ(gTouchRead.size(), 2u);
+  EXPECT_EQ(gTouchRead[0].x, 2000);
+  EXPECT_EQ(gTouchRead[1].dwID, 2u);
+  ASSERT_EQ(Messages(hwnd), (std::vector<std::uint32_t>{WM_TOUCH}));
+  // The default procedure closed the handle.
+  TouchInput again;
+  EXPECT_FALSE(P().GetTouchInputInfo(reinterpret_cast<HTouchInput>(Log()[0].lParam), 1, &again,
+                                     static_cast<std::int32_t>(sizeof(TouchInput))));
+  EXPECT_FALSE(P().CloseTouchInputHandle(reinterpret_cast<HTouchInput>(Log()[0].lParam)));
+  EXPECT_TRUE(P().UnregisterTouchWindow(hwnd));
+  EXPECT_FALSE(P().IsTouchWindow(hwnd, nullptr));
+}
+
+TEST_F(InputTest, TouchOnAnOrdinaryWindowBecomesMouseInputMarkedAsTouch) {
+  HWnd hwnd = MakeWindow(WS_VISIBLE, nullptr, {10, 10, 110, 110});
+  Log().clear();
+  Os().InjectTouch(hwnd, {Point100(30, 40, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY)});
+  EXPECT_EQ(static_cast<std::uint32_t>(P().GetMessageExtraInfo()) & ~0x7Fu, MI_WP_TOUCH);
+  InputMessageSource source;
+  ASSERT_TRUE(P().GetCurrentInputMessageSource(&source));
+  EXPECT_EQ(source.deviceType, IMDT_TOUCH);
+  Os().InjectTouch(hwnd, {Point100(35, 40, TOUCHEVENTF_MOVE | TOUCHEVENTF_PRIMARY)});
+  Os().InjectTouch(hwnd, {Point100(35, 40, TOUCHEVENTF_UP | TOUCHEVENTF_PRIMARY)});
+  EXPECT_EQ(Messages(hwnd), (std::vector<std::uint32_t>{WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP}));
+  EXPECT_EQ(Log()[0].lParam, MakeLParam(20, 30));
+  Os().InjectMouse(hwnd, WM_MOUSEMOVE, 1, 1, 0);
+  ASSERT_TRUE(P().GetCurrentInputMessageSource(&source));
+  EXPECT_EQ(source.deviceType, IMDT_MOUSE);
+  Os().InjectMouse(hwnd, WM_MOUSEMOVE, 1, 1, 0, static_cast<LParam>(MI_WP_SIGNATURE));
+  ASSERT_TRUE(P().GetCurrentInputMessageSource(&source));
+  EXPECT_EQ(source.deviceType, IMDT_PEN);
+  P().PostMessageW(hwnd, WM_USER, 0, 0);
+  Os().ProcessMessages();
+  ASSERT_TRUE(P().GetCurrentInputMessageSource(&source));
+  EXPECT_EQ(source.deviceType, IMDT_UNAVAILABLE);
+  // Older systems lack the call.
+  Os().SetInputMessageSourceAvailable(false);
+  EXPECT_FALSE(P().GetCurrentInputMessageSource(&source));
+  EXPECT_EQ(Os().InjectTouch(hwnd, {}), 0);
+}
+
 }  // namespace
 }  // namespace qx::test

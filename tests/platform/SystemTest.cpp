@@ -101,5 +101,64 @@ TEST_F(SystemTest, ThreadAndProcessIds) {
   EXPECT_NE(P().GetCurrentThreadId(), 0u);
 }
 
+TEST_F(SystemTest, VersionChecks) {
+  EXPECT_TRUE(P().CheckWin32Version(6, 1));
+  EXPECT_TRUE(P().CheckWin32Version(6, 2));
+  EXPECT_TRUE(P().CheckWin32Version(10, 0));
+  EXPECT_FALSE(P().CheckWin32Version(10, 1));
+  Os().SetWin32Version(6, 1);
+  EXPECT_TRUE(P().CheckWin32Version(6, 1));
+  EXPECT_FALSE(P().CheckWin32Version(6, 2));
+  EXPECT_TRUE(P().CheckWin32Version(5, 9));
+}
+
+TEST_F(SystemTest, TooltipWindowKeepsItsTools) {
+  EXPECT_TRUE(P().InitCommonControlsEx(ICC_WIN95_CLASSES));
+  HWnd parent = MakeWindow(WS_VISIBLE);
+  HWnd tip = P().CreateWindowExW(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, TOOLTIPS_CLASSW, nullptr,
+                                 WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, parent, nullptr);
+  ASSERT_NE(tip, nullptr);
+  EXPECT_FALSE(P().UnregisterClassW(TOOLTIPS_CLASSW));
+  EXPECT_EQ(P().SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, 300), -1);
+  char16_t text[] = u"Close tab";
+  ToolInfoW info;
+  info.uFlags = TTF_SUBCLASS;
+  info.hwnd = parent;
+  info.uId = 7;
+  info.rect = {1, 2, 3, 4};
+  info.lpszText = text;
+  EXPECT_EQ(P().SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LParam>(&info)), 1);
+  info.uId = 8;
+  P().SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LParam>(&info));
+  EXPECT_EQ(P().SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 2);
+  char16_t other[] = u"New tab";
+  info.lpszText = other;
+  P().SendMessageW(tip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LParam>(&info));
+  info.rect = {5, 6, 7, 8};
+  P().SendMessageW(tip, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LParam>(&info));
+  info.uId = 7;
+  P().SendMessageW(tip, TTM_DELTOOLW, 0, reinterpret_cast<LParam>(&info));
+  info.uId = 99;  // unknown: ignored
+  P().SendMessageW(tip, TTM_DELTOOLW, 0, reinterpret_cast<LParam>(&info));
+  P().SendMessageW(tip, TTM_POP, 0, 0);
+  P().SendMessageW(tip, TTM_ACTIVATE, 0, 0);
+  TTooltipState state;
+  ASSERT_TRUE(Os().ReadTooltip(tip, &state));
+  EXPECT_FALSE(state.active);
+  EXPECT_EQ(state.maxWidth, 300);
+  EXPECT_EQ(state.pops, 1);
+  ASSERT_EQ(state.tools.size(), 1u);
+  EXPECT_EQ(state.tools[0].id, 8u);
+  EXPECT_EQ(state.tools[0].hwnd, parent);
+  EXPECT_EQ(state.tools[0].flags, TTF_SUBCLASS);
+  EXPECT_EQ(state.tools[0].text, u"New tab");
+  EXPECT_EQ(state.tools[0].rect, (Rect{5, 6, 7, 8}));
+  // A short record is refused.
+  info.cbSize = 8;
+  EXPECT_EQ(P().SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LParam>(&info)), 0);
+  EXPECT_EQ(P().SendMessageW(tip, TTM_ADDTOOLW, 0, 0), 0);
+  EXPECT_FALSE(Os().ReadTooltip(parent, &state));
+}
+
 }  // namespace
 }  // namespace qx::test

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstring>
 
 #include "base/Text.h"
@@ -23,6 +24,19 @@ std::uintptr_t Key(HWnd hwnd) { return reinterpret_cast<std::uintptr_t>(hwnd); }
 std::u16string FromZ(const char16_t* text) { return text ? std::u16string(text) : std::u16string(); }
 
 LResult QX_STDCALL DesktopProc(HWnd, std::uint32_t, WParam, LParam) { return 0; }
+
+// Window procedures reach the system through Platform(); so does this built-in one.
+LResult QX_STDCALL TooltipProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+  IPortableOs* os = Platform().Portable();
+  return os ? static_cast<TPortableOs*>(os)->TooltipMessage(hwnd, msg, wParam, lParam) : 0;
+}
+
+InputMessageSource SourceOfMouse(LParam extraInfo) {
+  const auto info = static_cast<std::uint32_t>(extraInfo);
+  if ((info & 0xFFFFFF80u) == MI_WP_TOUCH) return {IMDT_TOUCH, IMO_HARDWARE};
+  if ((info & SIGNATURE_MASK) == MI_WP_SIGNATURE) return {IMDT_PEN, IMO_HARDWARE};
+  return {IMDT_MOUSE, IMO_HARDWARE};
+}
 
 std::int32_t CopyOut(const std::u16string& text, char16_t* buffer, std::int32_t maxCount) {
   if (!buffer || maxCount <= 0) return 0;
@@ -62,6 +76,7 @@ TPortableOs::TPortableOs(TClockMode mode, std::uint64_t startMilliseconds)
   desktop->desktop = true;
   FDesktop = desktop->handle;
   FWindows.emplace(Key(FDesktop), std::move(desktop));
+  FClasses.emplace(ClassKey(TOOLTIPS_CLASSW), TWindowClass{TOOLTIPS_CLASSW, &TooltipProc, FNextAtom++, true});
 }
 
 TPortableOs::~TPortableOs() {
@@ -252,7 +267,7 @@ bool TPortableOs::UnregisterClassW(const char16_t* className) {
   if (!className) return false;
   TLock lock(FLock);
   auto it = FClasses.find(ClassKey(className));
-  if (it == FClasses.end()) return false;
+  if (it == FClasses.end() || it->second.system) return false;
   for (const auto& [key, w] : FWindows) {
     if (!w->desktop && SameText(w->className, it->second.name)) return false;
   }
@@ -436,6 +451,9 @@ LResult TPortableOs::DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam,
     }
     case WM_CLOSE:
       DestroyWindow(hwnd);
+      return 0;
+    case WM_TOUCH:
+      CloseTouchInputHandle(reinterpret_cast<HTouchInput>(lParam));
       return 0;
     case WM_MOUSEWHEEL:
     case WM_MOUSEHWHEEL: {
@@ -964,6 +982,7 @@ bool TPortableOs::TakeMessage(TLock&, Msg* out, HWnd hwnd, std::uint32_t filterM
     *out = it->msg;
     if (remove) {
       state.extraInfo = it->extraInfo;
+      state.source = InputMessageSource{};
       state.posted.erase(it);
     }
     return true;
@@ -982,7 +1001,10 @@ bool TPortableOs::TakeMessage(TLock&, Msg* out, HWnd hwnd, std::uint32_t filterM
       *out = base;
       out->hwnd = best->handle;
       out->message = WM_PAINT;
-      if (remove) best->dirty = false;
+      if (remove) {
+        best->dirty = false;
+        ForgetInputLocked();
+      }
       return true;
     }
   }
@@ -999,6 +1021,7 @@ bool TPortableOs::TakeMessage(TLock&, Msg* out, HWnd hwnd, std::uint32_t filterM
       out->message = WM_TIMER;
       out->wParam = best->id;
       if (remove) {
+        ForgetInputLocked();
         // Missed periods merge into one message, as on the system.
         best->due += best->interval;
         if (best->due <= now) best->due = now + best->interval;
@@ -1264,6 +1287,7 @@ void TPortableOs::AdvanceClock(std::uint64_t milliseconds) {
       Msg msg{window->hwnd, WM_TIMER, window->id, 0, static_cast<std::uint32_t>(FManualNow), FCursor};
       window->due += window->interval;
       window->order = ++FTimerOrder;
+      ForgetInputLocked();
       lock.unlock();
       RunHooks(WH_GETMESSAGE, HC_ACTION, PM_REMOVE, reinterpret_cast<LParam>(&msg));
       DispatchMessageW(&msg);
@@ -1293,10 +1317,18 @@ void TPortableOs::AdvanceClock(std::uint64_t milliseconds) {
 // ---------------------------------------------------------------------------
 // Input
 
-LResult TPortableOs::DeliverInput(Msg msg, LParam extraInfo) {
+void TPortableOs::ForgetInputLocked() {
+  TThreadState& state = ThreadState(ThisThreadId());
+  state.extraInfo = 0;
+  state.source = InputMessageSource{};
+}
+
+LResult TPortableOs::DeliverInput(Msg msg, LParam extraInfo, InputMessageSource source) {
   {
     TLock lock(FLock);
-    ThreadState(ThisThreadId()).extraInfo = extraInfo;
+    TThreadState& state = ThreadState(ThisThreadId());
+    state.extraInfo = extraInfo;
+    state.source = source;
   }
   if (IsMouseMessage(msg.message)) {
     MouseHookStruct info{msg.pt, msg.hwnd, static_cast<std::uint32_t>(HTCLIENT), static_cast<ULongPtr>(extraInfo)};
@@ -1354,7 +1386,7 @@ LResult TPortableOs::InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, s
     }
     m = Msg{target, msg, keys, lParam, static_cast<std::uint32_t>(NowLocked()), screen};
   }
-  return DeliverInput(m, extraInfo);
+  return DeliverInput(m, extraInfo, SourceOfMouse(extraInfo));
 }
 
 LResult TPortableOs::InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam) {
@@ -1372,7 +1404,188 @@ LResult TPortableOs::InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtua
     }
     m = Msg{target, msg, static_cast<WParam>(virtualKey), lParam, static_cast<std::uint32_t>(NowLocked()), FCursor};
   }
-  return DeliverInput(m, 0);
+  return DeliverInput(m, 0, InputMessageSource{IMDT_KEYBOARD, IMO_HARDWARE});
+}
+
+LResult TPortableOs::InjectTouch(HWnd hwnd, const std::vector<TouchInput>& points) {
+  if (points.empty() || points.size() > 0xFFFF) return 0;
+  Msg m;
+  std::uint32_t mouseMsg = 0;
+  WParam keys = 0;
+  Point client;
+  {
+    TLock lock(FLock);
+    TWindow* w = FindLive(hwnd);
+    if (!w) return 0;
+    if (w->touch) {
+      FNextTouchInput += 4;
+      FTouchInputs[FNextTouchInput] = points;
+      m = Msg{hwnd, WM_TOUCH, MakeWParam(static_cast<std::int32_t>(points.size()), 0),
+              static_cast<LParam>(FNextTouchInput), static_cast<std::uint32_t>(NowLocked()), FCursor};
+    } else {
+      auto primary = std::find_if(points.begin(), points.end(),
+                                  [](const TouchInput& p) { return (p.dwFlags & TOUCHEVENTF_PRIMARY) != 0; });
+      if (primary == points.end()) primary = points.begin();
+      const Point origin = ClientOrigin(*w);
+      client = {primary->x / 100 - origin.x, primary->y / 100 - origin.y};
+      if (primary->dwFlags & TOUCHEVENTF_DOWN) {
+        mouseMsg = WM_LBUTTONDOWN;
+        keys = MK_LBUTTON;
+      } else if (primary->dwFlags & TOUCHEVENTF_UP) {
+        mouseMsg = WM_LBUTTONUP;
+      } else {
+        mouseMsg = WM_MOUSEMOVE;
+        keys = MK_LBUTTON;
+      }
+    }
+  }
+  if (mouseMsg) return InjectMouse(hwnd, mouseMsg, client.x, client.y, keys, static_cast<LParam>(MI_WP_TOUCH));
+  return DeliverInput(m, 0, InputMessageSource{IMDT_TOUCH, IMO_HARDWARE});
+}
+
+bool TPortableOs::RegisterTouchWindow(HWnd hwnd, std::uint32_t flags) {
+  TLock lock(FLock);
+  TWindow* w = FindLive(hwnd);
+  if (!w) return false;
+  w->touch = true;
+  w->touchFlags = flags;
+  return true;
+}
+
+bool TPortableOs::UnregisterTouchWindow(HWnd hwnd) {
+  TLock lock(FLock);
+  TWindow* w = FindLive(hwnd);
+  if (!w) return false;
+  w->touch = false;
+  w->touchFlags = 0;
+  return true;
+}
+
+bool TPortableOs::IsTouchWindow(HWnd hwnd, std::uint32_t* flags) {
+  TLock lock(FLock);
+  TWindow* w = Find(hwnd);
+  if (!w || !w->touch) return false;
+  if (flags) *flags = w->touchFlags;
+  return true;
+}
+
+bool TPortableOs::GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) {
+  if (!inputs || count == 0 || size != static_cast<std::int32_t>(sizeof(TouchInput))) return false;
+  TLock lock(FLock);
+  auto it = FTouchInputs.find(reinterpret_cast<std::uintptr_t>(input));
+  if (it == FTouchInputs.end()) return false;
+  const std::size_t n = std::min<std::size_t>(count, it->second.size());
+  std::copy_n(it->second.begin(), n, inputs);
+  return true;
+}
+
+bool TPortableOs::CloseTouchInputHandle(HTouchInput input) {
+  TLock lock(FLock);
+  return FTouchInputs.erase(reinterpret_cast<std::uintptr_t>(input)) > 0;
+}
+
+bool TPortableOs::GetCurrentInputMessageSource(InputMessageSource* source) {
+  TLock lock(FLock);
+  if (!FInputSourceAvailable || !source) return false;
+  *source = ThreadState(ThisThreadId()).source;
+  return true;
+}
+
+bool TPortableOs::InitCommonControlsEx(std::uint32_t) { return true; }
+
+bool TPortableOs::CheckWin32Version(std::int32_t major, std::int32_t minor) {
+  TLock lock(FLock);
+  return FVersionMajor > major || (FVersionMajor == major && FVersionMinor >= minor);
+}
+
+void TPortableOs::SetInputMessageSourceAvailable(bool available) {
+  TLock lock(FLock);
+  FInputSourceAvailable = available;
+}
+
+void TPortableOs::SetWin32Version(std::int32_t major, std::int32_t minor) {
+  TLock lock(FLock);
+  FVersionMajor = major;
+  FVersionMinor = minor;
+}
+
+LResult TPortableOs::TooltipMessage(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+  switch (msg) {
+    case TTM_ADDTOOLW:
+    case TTM_DELTOOLW:
+    case TTM_NEWTOOLRECTW:
+    case TTM_UPDATETIPTEXTW:
+    case TTM_SETMAXTIPWIDTH:
+    case TTM_ACTIVATE:
+    case TTM_POP:
+    case TTM_GETTOOLCOUNT:
+      break;
+    default:
+      return DefWindowProcW(hwnd, msg, wParam, lParam);
+  }
+  TLock lock(FLock);
+  TWindow* w = FindLive(hwnd);
+  if (!w) return 0;
+  if (!w->tooltip) w->tooltip = std::make_unique<TTooltipState>();
+  TTooltipState& state = *w->tooltip;
+  const bool toolMessage =
+      msg == TTM_ADDTOOLW || msg == TTM_DELTOOLW || msg == TTM_NEWTOOLRECTW || msg == TTM_UPDATETIPTEXTW;
+  // Only the tool messages carry a record.
+  const auto* info = toolMessage ? reinterpret_cast<const ToolInfoW*>(lParam) : nullptr;
+  // Records older than the lParam field are too short to read.
+  if (toolMessage && (!info || info->cbSize < offsetof(ToolInfoW, lParam))) return 0;
+  auto tool = state.tools.end();
+  if (toolMessage) {
+    tool = std::find_if(state.tools.begin(), state.tools.end(),
+                        [&](const TTooltipTool& t) { return t.hwnd == info->hwnd && t.id == info->uId; });
+  }
+  const bool callback = info && reinterpret_cast<std::intptr_t>(info->lpszText) == -1;
+  const std::u16string text = (info && !callback) ? FromZ(info->lpszText) : std::u16string();
+  switch (msg) {
+    case TTM_ADDTOOLW: {
+      TTooltipTool added{info->hwnd, info->uId, info->uFlags, info->rect, text, callback};
+      if (tool != state.tools.end()) {
+        *tool = added;
+      } else {
+        state.tools.push_back(added);
+      }
+      return 1;
+    }
+    case TTM_DELTOOLW:
+      if (tool != state.tools.end()) state.tools.erase(tool);
+      return 0;
+    case TTM_NEWTOOLRECTW:
+      if (tool != state.tools.end()) tool->rect = info->rect;
+      return 0;
+    case TTM_UPDATETIPTEXTW:
+      if (tool != state.tools.end()) {
+        tool->text = text;
+        tool->textCallback = callback;
+      }
+      return 0;
+    case TTM_SETMAXTIPWIDTH: {
+      const std::int32_t old = state.maxWidth;
+      state.maxWidth = static_cast<std::int32_t>(lParam);
+      return old;
+    }
+    case TTM_ACTIVATE:
+      state.active = wParam != 0;
+      return 0;
+    case TTM_POP:
+      ++state.pops;
+      return 0;
+    default:
+      return static_cast<LResult>(state.tools.size());
+  }
+}
+
+bool TPortableOs::ReadTooltip(HWnd hwnd, TTooltipState* out) {
+  if (!out) return false;
+  TLock lock(FLock);
+  TWindow* w = Find(hwnd);
+  if (!w || !SameText(w->className, TOOLTIPS_CLASSW)) return false;
+  *out = w->tooltip ? *w->tooltip : TTooltipState{};
+  return true;
 }
 
 void TPortableOs::SetKeyState(std::int32_t virtualKey, bool down, bool toggled) {

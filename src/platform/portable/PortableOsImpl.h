@@ -99,6 +99,14 @@ class TPortableOs final : public IPortableOs {
   HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) override;
   bool UnhookWindowsHookEx(HHook hook) override;
   LResult CallNextHookEx(HHook hook, std::int32_t code, WParam wParam, LParam lParam) override;
+  bool RegisterTouchWindow(HWnd hwnd, std::uint32_t flags) override;
+  bool UnregisterTouchWindow(HWnd hwnd) override;
+  bool IsTouchWindow(HWnd hwnd, std::uint32_t* flags) override;
+  bool GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) override;
+  bool CloseTouchInputHandle(HTouchInput input) override;
+  bool GetCurrentInputMessageSource(InputMessageSource* source) override;
+  bool InitCommonControlsEx(std::uint32_t classes) override;
+  bool CheckWin32Version(std::int32_t major, std::int32_t minor) override;
   std::int32_t GetSystemMetrics(std::int32_t index) override;
   std::int32_t GetLogPixelsY() override;
   std::int32_t MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption, std::uint32_t type) override;
@@ -113,6 +121,7 @@ class TPortableOs final : public IPortableOs {
   LResult InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, std::int32_t y, WParam keys,
                       LParam extraInfo = 0) override;
   LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) override;
+  LResult InjectTouch(HWnd hwnd, const std::vector<TouchInput>& points) override;
   void SetKeyState(std::int32_t virtualKey, bool down, bool toggled = false) override;
   bool SetWindowSurface(HWnd hwnd, std::int32_t width, std::int32_t height, const std::uint32_t* pixels) override;
   bool ReadWindowPixels(HWnd hwnd, TWindowPixels* out) override;
@@ -121,16 +130,23 @@ class TPortableOs final : public IPortableOs {
   void SetDoubleClickTime(std::uint32_t milliseconds) override;
   void SetLogPixelsY(std::int32_t dpi) override;
   void SetLocaleInfo(std::uint32_t type, std::u16string value) override;
+  void SetInputMessageSourceAvailable(bool available) override;
+  void SetWin32Version(std::int32_t major, std::int32_t minor) override;
+  bool ReadTooltip(HWnd hwnd, TTooltipState* out) override;
   void SetMessageBoxAnswer(std::int32_t answer) override;
   std::vector<TMessageBoxCall> MessageBoxCalls() override;
   std::size_t WindowCount() override;
   std::size_t PendingMessageCount() override;
+
+  // The built-in tooltip class's procedure works here.
+  LResult TooltipMessage(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam);
 
  private:
   struct TWindowClass {
     std::u16string name;
     WndProc proc = nullptr;
     std::uint16_t atom = 0;
+    bool system = false;
   };
 
   struct TWindow {
@@ -153,7 +169,10 @@ class TPortableOs final : public IPortableOs {
     bool desktop = false;
     bool destroying = false;
     bool dirty = false;
+    bool touch = false;
+    std::uint32_t touchFlags = 0;
     TWindowPixels surface;
+    std::unique_ptr<TTooltipState> tooltip;
   };
 
   struct TSentMessage {
@@ -174,6 +193,7 @@ class TPortableOs final : public IPortableOs {
     std::deque<TQueuedMessage> posted;
     std::deque<std::shared_ptr<TSentMessage>> sent;
     LParam extraInfo = 0;
+    InputMessageSource source;
   };
 
   struct TWindowTimer {
@@ -237,7 +257,8 @@ class TPortableOs final : public IPortableOs {
   void StartMMThreadLocked();
   void MMThreadMain();
   void RunMMOnThread(TLock& lock, TimerProc proc, std::uint32_t id, ULongPtr user);
-  LResult DeliverInput(Msg msg, LParam extraInfo);
+  LResult DeliverInput(Msg msg, LParam extraInfo, InputMessageSource source);
+  void ForgetInputLocked();
 
   const TClockMode FMode;
   const std::chrono::steady_clock::time_point FEpoch;
@@ -268,6 +289,12 @@ class TPortableOs final : public IPortableOs {
 
   std::vector<THook> FHooks;  // most recent first
   std::uintptr_t FNextHook = 0x100;
+
+  std::map<std::uintptr_t, std::vector<TouchInput>> FTouchInputs;
+  std::uintptr_t FNextTouchInput = 0x2000;
+  bool FInputSourceAvailable = true;
+  std::int32_t FVersionMajor = 10;
+  std::int32_t FVersionMinor = 0;
 
   std::array<std::uint8_t, 256> FKeys{};  // bit 0 down, bit 1 toggled
   Point FCursor;

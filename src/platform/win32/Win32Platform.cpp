@@ -8,6 +8,7 @@
 #define WIN32_LEAN_AND_MEAN
 #endif
 #include <windows.h>
+#include <commctrl.h>
 #include <mmsystem.h>
 
 #include <cstddef>
@@ -33,6 +34,8 @@ static_assert(sizeof(WindowPos) == sizeof(WINDOWPOS) && offsetof(WindowPos, flag
 static_assert(sizeof(MouseHookStruct) == sizeof(MOUSEHOOKSTRUCT) &&
               offsetof(MouseHookStruct, dwExtraInfo) == offsetof(MOUSEHOOKSTRUCT, dwExtraInfo));
 static_assert(sizeof(CwpStruct) == sizeof(CWPSTRUCT) && offsetof(CwpStruct, hwnd) == offsetof(CWPSTRUCT, hwnd));
+static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) && offsetof(TouchInput, dwExtraInfo) == offsetof(TOUCHINPUT, dwExtraInfo));
+static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) && offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
 static_assert(sizeof(char16_t) == sizeof(wchar_t));
 static_assert(sizeof(LongPtr) == sizeof(LONG_PTR) && sizeof(ULongPtr) == sizeof(DWORD_PTR));
 
@@ -254,6 +257,55 @@ bool TWin32Platform::UnhookWindowsHookEx(HHook hook) {
 
 LResult TWin32Platform::CallNextHookEx(HHook hook, std::int32_t code, WParam wParam, LParam lParam) {
   return ::CallNextHookEx(reinterpret_cast<HHOOK>(hook), code, wParam, lParam);
+}
+
+bool TWin32Platform::RegisterTouchWindow(HWnd hwnd, std::uint32_t flags) {
+  return ::RegisterTouchWindow(H(hwnd), flags) != FALSE;
+}
+
+bool TWin32Platform::UnregisterTouchWindow(HWnd hwnd) { return ::UnregisterTouchWindow(H(hwnd)) != FALSE; }
+
+bool TWin32Platform::IsTouchWindow(HWnd hwnd, std::uint32_t* flags) {
+  ULONG value = 0;
+  const bool touch = ::IsTouchWindow(H(hwnd), &value) != FALSE;
+  if (touch && flags) *flags = value;
+  return touch;
+}
+
+bool TWin32Platform::GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) {
+  return ::GetTouchInputInfo(reinterpret_cast<HTOUCHINPUT>(input), count, reinterpret_cast<TOUCHINPUT*>(inputs),
+                             size) != FALSE;
+}
+
+bool TWin32Platform::CloseTouchInputHandle(HTouchInput input) {
+  return ::CloseTouchInputHandle(reinterpret_cast<HTOUCHINPUT>(input)) != FALSE;
+}
+
+bool TWin32Platform::GetCurrentInputMessageSource(InputMessageSource* source) {
+  // Newer systems only: looked up by name, once.
+  using TGetSource = BOOL(WINAPI*)(InputMessageSource*);
+  static const TGetSource getSource = [] {
+    HMODULE user32 = ::GetModuleHandleW(L"user32.dll");
+    FARPROC found = user32 ? ::GetProcAddress(user32, "GetCurrentInputMessageSource") : nullptr;
+    return reinterpret_cast<TGetSource>(reinterpret_cast<void (*)()>(found));
+  }();
+  return getSource && getSource(source) != FALSE;
+}
+
+bool TWin32Platform::InitCommonControlsEx(std::uint32_t classes) {
+  INITCOMMONCONTROLSEX init{sizeof(INITCOMMONCONTROLSEX), classes};
+  return ::InitCommonControlsEx(&init) != FALSE;
+}
+
+bool TWin32Platform::CheckWin32Version(std::int32_t major, std::int32_t minor) {
+  OSVERSIONINFOEXW wanted{};
+  wanted.dwOSVersionInfoSize = sizeof(wanted);
+  wanted.dwMajorVersion = static_cast<DWORD>(major);
+  wanted.dwMinorVersion = static_cast<DWORD>(minor);
+  DWORDLONG condition = 0;
+  condition = ::VerSetConditionMask(condition, VER_MAJORVERSION, VER_GREATER_EQUAL);
+  condition = ::VerSetConditionMask(condition, VER_MINORVERSION, VER_GREATER_EQUAL);
+  return ::VerifyVersionInfoW(&wanted, VER_MAJORVERSION | VER_MINORVERSION, condition) != FALSE;
 }
 
 std::int32_t TWin32Platform::GetSystemMetrics(std::int32_t index) { return ::GetSystemMetrics(index); }

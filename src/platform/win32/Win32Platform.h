@@ -79,6 +79,14 @@ class TWin32Platform final : public IPlatform {
   HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) override;
   bool UnhookWindowsHookEx(HHook hook) override;
   LResult CallNextHookEx(HHook hook, std::int32_t code, WParam wParam, LParam lParam) override;
+  bool RegisterTouchWindow(HWnd hwnd, std::uint32_t flags) override;
+  bool UnregisterTouchWindow(HWnd hwnd) override;
+  bool IsTouchWindow(HWnd hwnd, std::uint32_t* flags) override;
+  bool GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) override;
+  bool CloseTouchInputHandle(HTouchInput input) override;
+  bool GetCurrentInputMessageSource(InputMessageSource* source) override;
+  bool InitCommonControlsEx(std::uint32_t classes) override;
+  bool CheckWin32Version(std::int32_t major, std::int32_t minor) override;
   std::int32_t GetSystemMetrics(std::int32_t index) override;
   std::int32_t GetLogPixelsY() override;
   std::int32_t MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption, std::uint32_t type) override;
