@@ -111,6 +111,14 @@ struct CwpStruct {
   HWnd hwnd = nullptr;
 };
 
+// Same layout as the system's TRACKMOUSEEVENT.
+struct TrackMouseEventInfo {
+  std::uint32_t cbSize = sizeof(TrackMouseEventInfo);
+  std::uint32_t dwFlags = 0;
+  HWnd hwndTrack = nullptr;
+  std::uint32_t dwHoverTime = 0;
+};
+
 // Same layout as the system's TOUCHINPUT; x and y in hundredths of a screen pixel.
 struct TouchInput {
   std::int32_t x = 0;
@@ -255,6 +263,11 @@ inline constexpr std::uint32_t MK_SHIFT = 0x0004;
 inline constexpr std::uint32_t MK_CONTROL = 0x0008;
 inline constexpr std::uint32_t MK_MBUTTON = 0x0010;
 inline constexpr std::int32_t WHEEL_DELTA = 120;
+
+// TrackMouseEvent flags.
+inline constexpr std::uint32_t TME_HOVER = 0x00000001;
+inline constexpr std::uint32_t TME_LEAVE = 0x00000002;
+inline constexpr std::uint32_t TME_CANCEL = 0x80000000;
 
 // Hit test answers.
 inline constexpr LResult HTTRANSPARENT = -1;
@@ -427,6 +440,8 @@ class IPlatform {
   virtual bool DestroyWindow(HWnd hwnd) = 0;
   virtual bool IsWindow(HWnd hwnd) = 0;
   virtual LResult DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
+  // DefWindowProcW as a procedure address, for a class that wants no procedure of its own.
+  virtual WndProc DefWindowProcAddress() = 0;
   virtual LResult CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
   virtual std::int32_t GetWindowLongW(HWnd hwnd, std::int32_t index) = 0;
   virtual std::int32_t SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) = 0;
@@ -503,6 +518,9 @@ class IPlatform {
   virtual HWnd SetCapture(HWnd hwnd) = 0;
   virtual bool ReleaseCapture() = 0;
   virtual HWnd GetCapture() = 0;
+  // Only TME_LEAVE (and TME_CANCEL with it) is emulated: WM_MOUSELEAVE is posted when
+  // the mouse input goes elsewhere.
+  virtual bool TrackMouseEvent(TrackMouseEventInfo* info) = 0;
   virtual HWnd SetFocus(HWnd hwnd) = 0;
   virtual HWnd GetFocus() = 0;
 

@@ -74,6 +74,9 @@ class IPortableOs : public IPlatform {
   // the message extra info. Answers the window procedure's result (0 when swallowed).
   virtual LResult InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, std::int32_t y, WParam keys,
                               LParam extraInfo = 0) = 0;
+  // Mouse input at a screen point, to the capture window or else the window under it
+  // (WindowFromPoint). Over no window only the cursor moves. Answers 0 then.
+  virtual LResult InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo = 0) = 0;
   // Delivers a key message to hwnd, or to the focus window when hwnd is null; keydown
   // and keyup update the key state of the virtual key.
   virtual LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) = 0;

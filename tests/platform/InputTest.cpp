@@ -281,5 +281,62 @@ TEST_F(InputTest, TouchOnAnOrdinaryWindowBecomesMouseInputMarkedAsTouch) {
   EXPECT_EQ(Os().InjectTouch(hwnd, {}), 0);
 }
 
+TEST_F(InputTest, MouseLeaveIsPostedWhenTheMouseGoesElsewhere) {
+  HWnd a = MakeWindow(WS_VISIBLE, nullptr, {0, 0, 100, 100});
+  HWnd b = MakeWindow(WS_VISIBLE, nullptr, {200, 0, 300, 100});
+  Os().InjectMouseAtScreen(WM_MOUSEMOVE, {10, 10}, 0);
+  TrackMouseEventInfo track;
+  track.dwFlags = TME_LEAVE;
+  track.hwndTrack = a;
+  ASSERT_TRUE(P().TrackMouseEvent(&track));
+  Os().InjectMouseAtScreen(WM_MOUSEMOVE, {20, 10}, 0);
+  Os().ProcessMessages();
+  Log().clear();
+  Os().InjectMouseAtScreen(WM_MOUSEMOVE, {250, 10}, 0);
+  Os().ProcessMessages();
+  EXPECT_EQ(MessagesExcept(a, {WM_NCHITTEST}), (std::vector<std::uint32_t>{WM_MOUSELEAVE}));
+  EXPECT_EQ(MessagesExcept(b, {WM_NCHITTEST}), (std::vector<std::uint32_t>{WM_MOUSEMOVE}));
+  for (const TRecord& r : Log()) {
+    if (r.hwnd == b && r.msg == WM_MOUSEMOVE) {
+      EXPECT_EQ(r.lParam, MakeLParam(50, 10));
+    }
+  }
+  // Tracking ends with the leave; leaving to no window at all also tells.
+  track.hwndTrack = b;
+  ASSERT_TRUE(P().TrackMouseEvent(&track));
+  Log().clear();
+  EXPECT_EQ(Os().InjectMouseAtScreen(WM_MOUSEMOVE, {250, 500}, 0), 0);
+  Os().ProcessMessages();
+  EXPECT_EQ(Messages(b), (std::vector<std::uint32_t>{WM_MOUSELEAVE}));
+  Point cursor;
+  P().GetCursorPos(&cursor);
+  EXPECT_EQ(cursor, (Point{250, 500}));
+  // Asking while the cursor is outside gives the leave at once; a cancel stops it.
+  ASSERT_TRUE(P().TrackMouseEvent(&track));
+  Os().ProcessMessages();
+  EXPECT_EQ(Messages(b).size(), 2u);
+  Os().InjectMouseAtScreen(WM_MOUSEMOVE, {250, 10}, 0);
+  ASSERT_TRUE(P().TrackMouseEvent(&track));
+  track.dwFlags = TME_LEAVE | TME_CANCEL;
+  ASSERT_TRUE(P().TrackMouseEvent(&track));
+  Log().clear();
+  Os().InjectMouseAtScreen(WM_MOUSEMOVE, {10, 10}, 0);
+  Os().ProcessMessages();
+  EXPECT_TRUE(MessagesExcept(b, {WM_NCHITTEST}).empty());
+  track.cbSize = 3;
+  EXPECT_FALSE(P().TrackMouseEvent(&track));
+}
+
+TEST_F(InputTest, ScreenInjectionHonoursCaptureAndTransparency) {
+  HWnd a = MakeWindow(WS_VISIBLE, nullptr, {0, 0, 100, 100});
+  HWnd b = MakeWindow(WS_VISIBLE, nullptr, {200, 0, 300, 100});
+  P().SetCapture(a);
+  Log().clear();
+  Os().InjectMouseAtScreen(WM_LBUTTONUP, {250, 10}, 0);
+  EXPECT_EQ(Messages(a), (std::vector<std::uint32_t>{WM_LBUTTONUP}));
+  EXPECT_EQ(Log().back().lParam, MakeLParam(250, 10));
+  EXPECT_TRUE(Messages(b).empty());
+}
+
 }  // namespace
 }  // namespace qx::test

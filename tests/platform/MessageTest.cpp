@@ -213,8 +213,12 @@ TEST_F(MessageTest, TranslateMessageMakesCharacters) {
 }
 
 TEST_F(MessageTest, InvalidatedWindowsGetOnePaint) {
-  HWnd hwnd = MakeWindow();
+  HWnd hwnd = MakeWindow(WS_VISIBLE);
+  HWnd hidden = MakeWindow();
+  Os().ProcessMessages();
   Log().clear();
+  EXPECT_TRUE(P().InvalidateRect(hidden, nullptr, false));
+  EXPECT_TRUE(P().UpdateWindow(hidden));
   EXPECT_TRUE(P().InvalidateRect(hwnd, nullptr, false));
   EXPECT_TRUE(P().InvalidateRect(hwnd, nullptr, false));
   P().PostMessageW(hwnd, WM_USER, 0, 0);
@@ -228,6 +232,12 @@ TEST_F(MessageTest, InvalidatedWindowsGetOnePaint) {
   EXPECT_EQ(Messages(hwnd), (std::vector<std::uint32_t>{WM_PAINT}));
   Os().ProcessMessages();
   EXPECT_EQ(Messages(hwnd).size(), 1u);
+  // Hidden windows are not painted.
+  EXPECT_TRUE(Messages(hidden).empty());
+  P().ShowWindow(hidden, SW_SHOWNA);
+  Os().ProcessMessages();
+  EXPECT_EQ(MessagesExcept(hidden, {WM_SHOWWINDOW, WM_WINDOWPOSCHANGING, WM_WINDOWPOSCHANGED}),
+            (std::vector<std::uint32_t>{WM_PAINT}));
 }
 
 TEST_F(MessageTest, CloseDestroysByDefault) {

@@ -25,6 +25,10 @@ std::u16string FromZ(const char16_t* text) { return text ? std::u16string(text) 
 
 LResult QX_STDCALL DesktopProc(HWnd, std::uint32_t, WParam, LParam) { return 0; }
 
+LResult QX_STDCALL DefaultWindowProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+  return Platform().DefWindowProcW(hwnd, msg, wParam, lParam);
+}
+
 // Window procedures reach the system through Platform(); so does this built-in one.
 LResult QX_STDCALL TooltipProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
   IPortableOs* os = Platform().Portable();
@@ -413,6 +417,7 @@ void TPortableOs::ReleaseWindowLocked(HWnd hwnd) {
   }
   if (FCapture == hwnd) FCapture = nullptr;
   if (FFocus == hwnd) FFocus = nullptr;
+  if (FTrackLeave == hwnd) FTrackLeave = nullptr;
   FWindows.erase(Key(hwnd));
 }
 
@@ -470,6 +475,8 @@ LResult TPortableOs::DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam,
       return 0;
   }
 }
+
+WndProc TPortableOs::DefWindowProcAddress() { return &DefaultWindowProc; }
 
 LResult TPortableOs::CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
   return proc ? proc(hwnd, msg, wParam, lParam) : 0;
@@ -814,7 +821,7 @@ bool TPortableOs::UpdateWindow(HWnd hwnd) {
     TLock lock(FLock);
     TWindow* w = FindLive(hwnd);
     if (!w) return false;
-    if (!w->dirty) return true;
+    if (!w->dirty || !VisibleLocked(hwnd)) return true;
     w->dirty = false;
   }
   SendDirect(hwnd, WM_PAINT, 0, 0);
@@ -993,6 +1000,7 @@ bool TPortableOs::TakeMessage(TLock&, Msg* out, HWnd hwnd, std::uint32_t filterM
     TWindow* best = nullptr;
     for (auto& [key, w] : FWindows) {
       if (w->dirty && !w->desktop && !w->destroying && w->threadId == me && (!hwnd || w->handle == hwnd) &&
+          VisibleLocked(w->handle) &&
           (!best || Key(w->handle) < Key(best->handle))) {
         best = w.get();
       }
@@ -1378,6 +1386,7 @@ LResult TPortableOs::InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, s
       default:
         break;
     }
+    if (msg != WM_MOUSELEAVE) LeaveTrackedLocked(target);
     LParam lParam = 0;
     if (wheel) {
       lParam = MakeLParam(screen.x, screen.y);
@@ -1387,6 +1396,58 @@ LResult TPortableOs::InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, s
     m = Msg{target, msg, keys, lParam, static_cast<std::uint32_t>(NowLocked()), screen};
   }
   return DeliverInput(m, extraInfo, SourceOfMouse(extraInfo));
+}
+
+LResult TPortableOs::InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo) {
+  HWnd target = nullptr;
+  {
+    TLock lock(FLock);
+    if (FCapture && FindLive(FCapture)) target = FCapture;
+  }
+  if (!target) target = WindowFromPoint(screen);
+  if (!target || target == FDesktop) {
+    {
+      TLock lock(FLock);
+      FCursor = screen;
+      LeaveTrackedLocked(nullptr);
+    }
+    FWake.notify_all();
+    return 0;
+  }
+  Point client = screen;
+  if (!ScreenToClient(target, &client)) return 0;
+  return InjectMouse(target, msg, client.x, client.y, keys, extraInfo);
+}
+
+void TPortableOs::LeaveTrackedLocked(HWnd target) {
+  if (!FTrackLeave || FTrackLeave == target) return;
+  if (TWindow* w = FindLive(FTrackLeave)) {
+    ThreadState(w->threadId)
+        .posted.push_back(TQueuedMessage{
+            Msg{FTrackLeave, WM_MOUSELEAVE, 0, 0, static_cast<std::uint32_t>(NowLocked()), FCursor}, 0});
+    FWake.notify_all();
+  }
+  FTrackLeave = nullptr;
+}
+
+bool TPortableOs::TrackMouseEvent(TrackMouseEventInfo* info) {
+  if (!info || info->cbSize != sizeof(TrackMouseEventInfo)) return false;
+  TLock lock(FLock);
+  if (info->dwFlags & TME_CANCEL) {
+    if ((info->dwFlags & TME_LEAVE) && FTrackLeave == info->hwndTrack) FTrackLeave = nullptr;
+    return true;
+  }
+  if (!(info->dwFlags & TME_LEAVE)) return true;
+  TWindow* w = FindLive(info->hwndTrack);
+  if (!w) return false;
+  if (FTrackLeave != info->hwndTrack) LeaveTrackedLocked(info->hwndTrack);
+  FTrackLeave = info->hwndTrack;
+  // Asked while the cursor is elsewhere: the leave comes at once, as on the system.
+  const Point o = ClientOrigin(*w);
+  if (!Contains(Rect{o.x, o.y, o.x + w->rect.Width(), o.y + w->rect.Height()}, FCursor)) {
+    LeaveTrackedLocked(nullptr);
+  }
+  return true;
 }
 
 LResult TPortableOs::InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam) {

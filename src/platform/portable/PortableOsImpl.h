@@ -37,6 +37,7 @@ class TPortableOs final : public IPortableOs {
   bool DestroyWindow(HWnd hwnd) override;
   bool IsWindow(HWnd hwnd) override;
   LResult DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) override;
+  WndProc DefWindowProcAddress() override;
   LResult CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) override;
   std::int32_t GetWindowLongW(HWnd hwnd, std::int32_t index) override;
   std::int32_t SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) override;
@@ -94,6 +95,7 @@ class TPortableOs final : public IPortableOs {
   HWnd SetCapture(HWnd hwnd) override;
   bool ReleaseCapture() override;
   HWnd GetCapture() override;
+  bool TrackMouseEvent(TrackMouseEventInfo* info) override;
   HWnd SetFocus(HWnd hwnd) override;
   HWnd GetFocus() override;
   HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) override;
@@ -120,6 +122,7 @@ class TPortableOs final : public IPortableOs {
   std::size_t ProcessMessages() override;
   LResult InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, std::int32_t y, WParam keys,
                       LParam extraInfo = 0) override;
+  LResult InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo = 0) override;
   LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) override;
   LResult InjectTouch(HWnd hwnd, const std::vector<TouchInput>& points) override;
   void SetKeyState(std::int32_t virtualKey, bool down, bool toggled = false) override;
@@ -259,6 +262,8 @@ class TPortableOs final : public IPortableOs {
   void RunMMOnThread(TLock& lock, TimerProc proc, std::uint32_t id, ULongPtr user);
   LResult DeliverInput(Msg msg, LParam extraInfo, InputMessageSource source);
   void ForgetInputLocked();
+  // Posts WM_MOUSELEAVE to the tracked window when mouse input goes to another.
+  void LeaveTrackedLocked(HWnd target);
 
   const TClockMode FMode;
   const std::chrono::steady_clock::time_point FEpoch;
@@ -299,6 +304,7 @@ class TPortableOs final : public IPortableOs {
   std::array<std::uint8_t, 256> FKeys{};  // bit 0 down, bit 1 toggled
   Point FCursor;
   HWnd FCapture = nullptr;
+  HWnd FTrackLeave = nullptr;
   HWnd FFocus = nullptr;
   std::uint32_t FDoubleClickTime = 500;
   std::int32_t FLogPixelsY = 96;

@@ -36,6 +36,8 @@ static_assert(sizeof(MouseHookStruct) == sizeof(MOUSEHOOKSTRUCT) &&
 static_assert(sizeof(CwpStruct) == sizeof(CWPSTRUCT) && offsetof(CwpStruct, hwnd) == offsetof(CWPSTRUCT, hwnd));
 static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) && offsetof(TouchInput, dwExtraInfo) == offsetof(TOUCHINPUT, dwExtraInfo));
 static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) && offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
+static_assert(sizeof(TrackMouseEventInfo) == sizeof(TRACKMOUSEEVENT) &&
+              offsetof(TrackMouseEventInfo, dwHoverTime) == offsetof(TRACKMOUSEEVENT, dwHoverTime));
 static_assert(sizeof(char16_t) == sizeof(wchar_t));
 static_assert(sizeof(LongPtr) == sizeof(LONG_PTR) && sizeof(ULongPtr) == sizeof(DWORD_PTR));
 
@@ -80,6 +82,8 @@ bool TWin32Platform::IsWindow(HWnd hwnd) { return ::IsWindow(H(hwnd)) != FALSE; 
 LResult TWin32Platform::DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
   return ::DefWindowProcW(H(hwnd), msg, wParam, lParam);
 }
+
+WndProc TWin32Platform::DefWindowProcAddress() { return reinterpret_cast<WndProc>(&::DefWindowProcW); }
 
 LResult TWin32Platform::CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
   return ::CallWindowProcW(reinterpret_cast<WNDPROC>(proc), H(hwnd), msg, wParam, lParam);
@@ -243,6 +247,10 @@ std::uint32_t TWin32Platform::GetDoubleClickTime() { return ::GetDoubleClickTime
 HWnd TWin32Platform::SetCapture(HWnd hwnd) { return Q(::SetCapture(H(hwnd))); }
 bool TWin32Platform::ReleaseCapture() { return ::ReleaseCapture() != FALSE; }
 HWnd TWin32Platform::GetCapture() { return Q(::GetCapture()); }
+bool TWin32Platform::TrackMouseEvent(TrackMouseEventInfo* info) {
+  return ::TrackMouseEvent(reinterpret_cast<TRACKMOUSEEVENT*>(info)) != FALSE;
+}
+
 HWnd TWin32Platform::SetFocus(HWnd hwnd) { return Q(::SetFocus(H(hwnd))); }
 HWnd TWin32Platform::GetFocus() { return Q(::GetFocus()); }
 

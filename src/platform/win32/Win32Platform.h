@@ -17,6 +17,7 @@ class TWin32Platform final : public IPlatform {
   bool DestroyWindow(HWnd hwnd) override;
   bool IsWindow(HWnd hwnd) override;
   LResult DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) override;
+  WndProc DefWindowProcAddress() override;
   LResult CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) override;
   std::int32_t GetWindowLongW(HWnd hwnd, std::int32_t index) override;
   std::int32_t SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) override;
@@ -74,6 +75,7 @@ class TWin32Platform final : public IPlatform {
   HWnd SetCapture(HWnd hwnd) override;
   bool ReleaseCapture() override;
   HWnd GetCapture() override;
+  bool TrackMouseEvent(TrackMouseEventInfo* info) override;
   HWnd SetFocus(HWnd hwnd) override;
   HWnd GetFocus() override;
   HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) override;
