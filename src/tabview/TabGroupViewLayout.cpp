@@ -64,8 +64,7 @@ TTabGroupViewLayout::TView TTabGroupViewLayout::view() const {
   result.Left = frame.Left;
   result.Width = frame.Width();
   result.Right = frame.Right;
-  const double sum = sumWidth();
-  result.CurveRatio = (1 - std::max(kMinimumStraightShare, (frame.Width() - kTabWidthLiteral) / sum)) / 2;
+  result.CurveRatio = curveRatio();
   return result;
 }
 
