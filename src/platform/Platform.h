@@ -7,6 +7,10 @@
 // Include this header before <windows.h> in any file that needs both: the
 // constants below share their names with the system's macros.
 
+#if defined(_WINDOWS_) || defined(_WINUSER_)
+#error "Include platform/Platform.h before <windows.h>: its names are macros there"
+#endif
+
 #include <cstdint>
 #include <memory>
 

@@ -3,6 +3,11 @@
 // Services of the in-process emulation that the real system has no call for:
 // the clock, input injection, window pixels, and knobs for system values.
 // Reach it with Platform().Portable(); it is null on the real system.
+//
+// Threads work as on the system: a window belongs to the thread that made it, its
+// messages queue there, and only that thread may destroy it. AdvanceClock and
+// ProcessMessages serve the calling thread's queue and window timers; multimedia
+// timer callbacks run on one thread of the emulation's own.
 
 #include <cstdint>
 #include <string>
