@@ -42,7 +42,6 @@ void QX_STDCALL PostingCallback(std::uint32_t id, std::uint32_t, ULongPtr user, 
   if (alive) Platform().PostMessageW(hwnd, kTimerMessage, id, 0);
 }
 
-std::atomic<std::uint32_t> gKillTarget{0};
 void QX_STDCALL SelfKillingCallback(std::uint32_t id, std::uint32_t, ULongPtr, ULongPtr, ULongPtr) {
   {
     std::lock_guard<std::mutex> guard(gCallsLock);
