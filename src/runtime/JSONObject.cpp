@@ -8,7 +8,7 @@ namespace qx {
 namespace {
 
 // Objects up to this size are searched linearly; the index costs more than it saves.
-constexpr std::int32_t kLinearLimit = 8;
+constexpr std::int32_t kLinearLimit = 16;
 
 // Sort key of one character: symbols, then digits, then letters without regard to case,
 // then everything beyond ASCII.
@@ -80,55 +80,62 @@ std::size_t TJSONObjectDictionary::HashOf(std::u16string_view Name) {
 
 std::int32_t TJSONObjectDictionary::Find(std::u16string_view Name, const TJSONObjectNameValueList& Names) const {
   if (FSlots.empty()) {
-    for (std::size_t i = 0; i < FEntries.size(); ++i) {
-      if (Names[static_cast<std::size_t>(FEntries[i].NameIndex)].Name == Name) return static_cast<std::int32_t>(i);
+    for (std::int32_t i = 0; i < Names.Count(); ++i) {
+      if (Names[static_cast<std::size_t>(i)].Name == Name) return i;
     }
     return -1;
   }
   const std::size_t mask = FSlots.size() - 1;
   for (std::size_t s = HashOf(Name) & mask;; s = (s + 1) & mask) {
-    const std::int32_t e = FSlots[s];
-    if (e < 0) return -1;
-    if (Names[static_cast<std::size_t>(FEntries[static_cast<std::size_t>(e)].NameIndex)].Name == Name) return e;
+    const std::int32_t i = FSlots[s];
+    if (i < 0) return -1;
+    if (Names[static_cast<std::size_t>(i)].Name == Name) return i;
   }
 }
 
-void TJSONObjectDictionary::InsertIntoIndex(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names) {
+void TJSONObjectDictionary::InsertIntoIndex(std::int32_t Index, const TJSONObjectNameValueList& Names) {
   const std::size_t mask = FSlots.size() - 1;
-  std::size_t s = HashOf(Names[static_cast<std::size_t>(FEntries[static_cast<std::size_t>(EntryIndex)].NameIndex)].Name) & mask;
+  std::size_t s = HashOf(Names[static_cast<std::size_t>(Index)].Name) & mask;
   while (FSlots[s] >= 0) s = (s + 1) & mask;
-  FSlots[s] = EntryIndex;
+  FSlots[s] = Index;
 }
 
 void TJSONObjectDictionary::RebuildIndex(const TJSONObjectNameValueList& Names) {
-  if (static_cast<std::int32_t>(FEntries.size()) <= kLinearLimit) {
+  if (static_cast<std::int32_t>(FValues.size()) <= kLinearLimit) {
     FSlots.clear();
     return;
   }
-  std::size_t size = 16;
-  while (size < FEntries.size() * 2) size *= 2;
+  std::size_t size = 32;
+  while (size < FValues.size() * 2) size *= 2;
   FSlots.assign(size, -1);
-  for (std::size_t i = 0; i < FEntries.size(); ++i) InsertIntoIndex(static_cast<std::int32_t>(i), Names);
+  for (std::size_t i = 0; i < FValues.size(); ++i) InsertIntoIndex(static_cast<std::int32_t>(i), Names);
 }
 
-void TJSONObjectDictionary::Add(std::int32_t NameIndex, const ComPtr<IJSONValue>& Value,
-                                const TJSONObjectNameValueList& Names) {
-  FEntries.push_back(TEntry{NameIndex, Value});
-  if (static_cast<std::int32_t>(FEntries.size()) <= kLinearLimit) return;
-  if (FSlots.size() < FEntries.size() * 2) {
+void TJSONObjectDictionary::Add(ComPtr<IJSONValue> Value, const TJSONObjectNameValueList& Names) {
+  FValues.push_back(std::move(Value));
+  if (static_cast<std::int32_t>(FValues.size()) <= kLinearLimit) return;
+  if (FSlots.size() < FValues.size() * 2) {
     RebuildIndex(Names);
   } else {
-    InsertIntoIndex(static_cast<std::int32_t>(FEntries.size() - 1), Names);
+    InsertIntoIndex(static_cast<std::int32_t>(FValues.size() - 1), Names);
   }
 }
 
-void TJSONObjectDictionary::Delete(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names) {
-  FEntries.erase(FEntries.begin() + EntryIndex);
+void TJSONObjectDictionary::Delete(std::int32_t Index, const TJSONObjectNameValueList& Names) {
+  FValues.erase(FValues.begin() + Index);
+  RebuildIndex(Names);
+}
+
+void TJSONObjectDictionary::Reorder(const std::vector<std::int32_t>& Order, const TJSONObjectNameValueList& Names) {
+  std::vector<ComPtr<IJSONValue>> values;
+  values.reserve(FValues.size());
+  for (std::int32_t old : Order) values.push_back(std::move(FValues[static_cast<std::size_t>(old)]));
+  FValues = std::move(values);
   RebuildIndex(Names);
 }
 
 void TJSONObjectDictionary::Clear() {
-  FEntries.clear();
+  FValues.clear();
   FSlots.clear();
 }
 
@@ -138,17 +145,12 @@ TJSONObjectImpl::~TJSONObjectImpl() {
   // Children go through the burial so that a deep tree is freed without deep recursion.
   json_detail::TJSONBurial burial;
   for (auto& item : FNames.Items()) burial.Add(std::move(item.Value));
-  for (auto& entry : FDictionary.Entries()) burial.Add(std::move(entry.Value));
+  for (auto& value : FDictionary.Values()) burial.Add(std::move(value));
 }
 
 IJSONValue* TJSONObjectImpl::Lookup(std::u16string_view Name) const {
-  const std::int32_t e = FDictionary.Find(Name, FNames);
-  return e < 0 ? nullptr : FDictionary.Entries()[static_cast<std::size_t>(e)].Value.get();
-}
-
-IJSONValue* TJSONObjectImpl::MemberValue(std::int32_t Index) {
-  if (Index < 0 || Index >= FNames.Count()) return nullptr;
-  return Lookup(FNames[static_cast<std::size_t>(Index)].Name);
+  const std::int32_t i = FDictionary.Find(Name, FNames);
+  return i < 0 ? nullptr : FDictionary.At(static_cast<std::size_t>(i));
 }
 
 std::u16string TJSONObjectImpl::GetName(std::int32_t Index) {
@@ -228,45 +230,47 @@ void TJSONObjectImpl::SetValue(std::u16string_view Name, const ComPtr<IJSONValue
   const std::int32_t e = FDictionary.Find(Name, FNames);
   if (e >= 0) {
     // The member list keeps its first value; only the dictionary follows.
-    FDictionary[static_cast<std::size_t>(e)].Value = Value;
+    FDictionary[static_cast<std::size_t>(e)] = Value;
     return;
   }
   FNames.AddNameValue(Name, Value);
   FSorted = false;
-  FDictionary.Add(FNames.Count() - 1, Value, FNames);
+  FDictionary.Add(Value, FNames);
 }
 
 void TJSONObjectImpl::SetParsed(std::u16string&& Name, ComPtr<IJSONValue>&& Value) {
   if (Name.empty()) return;
   const std::int32_t e = FDictionary.Find(Name, FNames);
   if (e >= 0) {
-    FDictionary[static_cast<std::size_t>(e)].Value = std::move(Value);
+    FDictionary[static_cast<std::size_t>(e)] = std::move(Value);
     return;
   }
   FNames.Items().push_back(TJSONObjectNameValue{std::move(Name), Value});
   FSorted = false;
-  FDictionary.Add(FNames.Count() - 1, std::move(Value), FNames);
+  FDictionary.Add(std::move(Value), FNames);
+}
+
+void TJSONObjectImpl::AdoptParsed(std::u16string* Names, ComPtr<IJSONValue>* Values, std::size_t Count) {
+  FNames.Items().reserve(Count);
+  FDictionary.Reserve(Count);
+  for (std::size_t i = 0; i < Count; ++i) SetParsed(std::move(Names[i]), std::move(Values[i]));
 }
 
 void TJSONObjectImpl::Remove(std::u16string_view Name) {
-  const std::int32_t e = FDictionary.Find(Name, FNames);
-  if (e < 0) return;
-  ComPtr<IJSONValue> listValue, dictValue;  // released after both structures are consistent
-  const std::int32_t nameIndex = FDictionary[static_cast<std::size_t>(e)].NameIndex;
-  listValue = std::move(FNames[static_cast<std::size_t>(nameIndex)].Value);
-  dictValue = std::move(FDictionary[static_cast<std::size_t>(e)].Value);
-  FNames.Items().erase(FNames.Items().begin() + nameIndex);
-  for (auto& entry : FDictionary.Entries()) {
-    if (entry.NameIndex > nameIndex) --entry.NameIndex;
-  }
-  FDictionary.Delete(e, FNames);
+  const std::int32_t i = FDictionary.Find(Name, FNames);
+  if (i < 0) return;
+  // Released only after both structures agree again.
+  const ComPtr<IJSONValue> listValue = std::move(FNames[static_cast<std::size_t>(i)].Value);
+  const ComPtr<IJSONValue> dictValue = std::move(FDictionary[static_cast<std::size_t>(i)]);
+  FNames.Items().erase(FNames.Items().begin() + i);
+  FDictionary.Delete(i, FNames);
 }
 
 std::vector<TJSONObjectNameValue> TJSONObjectImpl::ToArray() {
   std::vector<TJSONObjectNameValue> out;
-  out.reserve(FDictionary.Entries().size());
-  for (const auto& entry : FDictionary.Entries()) {
-    out.push_back(TJSONObjectNameValue{FNames[static_cast<std::size_t>(entry.NameIndex)].Name, entry.Value});
+  out.reserve(static_cast<std::size_t>(FNames.Count()));
+  for (std::int32_t i = 0; i < FNames.Count(); ++i) {
+    out.push_back(TJSONObjectNameValue{FNames[static_cast<std::size_t>(i)].Name, FDictionary[static_cast<std::size_t>(i)]});
   }
   return out;
 }
@@ -289,13 +293,9 @@ void TJSONObjectImpl::SortMembersByName() {
   });
   std::vector<TJSONObjectNameValue> sorted;
   sorted.reserve(items.size());
-  std::vector<std::int32_t> oldToNew(items.size());
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    oldToNew[static_cast<std::size_t>(order[i])] = static_cast<std::int32_t>(i);
-    sorted.push_back(std::move(items[static_cast<std::size_t>(order[i])]));
-  }
+  for (std::int32_t old : order) sorted.push_back(std::move(items[static_cast<std::size_t>(old)]));
   items = std::move(sorted);
-  for (auto& entry : FDictionary.Entries()) entry.NameIndex = oldToNew[static_cast<std::size_t>(entry.NameIndex)];
+  FDictionary.Reorder(order, FNames);
   FSorted = true;
 }
 

@@ -328,11 +328,10 @@ bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
 namespace {
 
 struct TContainerFrame {
-  ComPtr<IJSONValue> Value;
-  TJSONObjectImpl* Obj;
-  TJSONArrayImpl* Arr;
+  bool IsObject;
   bool First;
-  std::u16string Name;  // of the member whose value is being parsed
+  std::size_t ValueStart;  // this container's items on the value stack start here
+  std::size_t NameStart;
 };
 
 }  // namespace
@@ -340,31 +339,19 @@ struct TContainerFrame {
 bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
   ConsumeWhiteSpaces();
   if (LookAhead() != u'{' && LookAhead() != u'[') return false;
-  std::vector<TContainerFrame> stack;
-  auto open = [this, &stack]() {
+  // Items wait on two stacks shared by all levels until their container closes; then the
+  // container is made with its final size in one go.
+  std::vector<TContainerFrame> frames;
+  std::vector<ComPtr<IJSONValue>> values;
+  std::vector<std::u16string> names;
+  auto open = [&]() {
     const bool isObject = GetChar() == u'{';
     ConsumeWhiteSpaces();
-    if (isObject) {
-      auto* obj = new TJSONObjectImpl();
-      stack.push_back(TContainerFrame{ComPtr<IJSONValue>(obj), obj, nullptr, true, {}});
-    } else {
-      auto* arr = new TJSONArrayImpl();
-      stack.push_back(TContainerFrame{ComPtr<IJSONValue>(arr), nullptr, arr, true, {}});
-    }
-  };
-  auto store = [](TContainerFrame& f, ComPtr<IJSONValue> v) {
-    if (f.Obj) f.Obj->SetParsed(std::move(f.Name), std::move(v));
-    else f.Arr->AddParsed(std::move(v));
-    f.First = false;
+    frames.push_back(TContainerFrame{isObject, true, values.size(), names.size()});
   };
   open();
-  ComPtr<IJSONValue> finished;  // a nested container that just closed
   for (;;) {
-    TContainerFrame& f = stack.back();
-    if (finished) {
-      ConsumeWhiteSpaces();
-      store(f, std::move(finished));
-    }
+    TContainerFrame& f = frames.back();
     bool endLoop = false;
     if (!f.First) {
       if (LookAhead() != u',') endLoop = true;
@@ -373,11 +360,12 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
         ConsumeWhiteSpaces();
       }
     }
-    if (!endLoop && f.Obj) {
-      if (!ScanString(f.Name)) {
+    if (!endLoop && f.IsObject) {
+      if (!ScanString(FStringBuffer)) {
         if (!f.First) ParseError(u"Expecting field name(string).");
         endLoop = true;
       } else {
+        names.emplace_back(FStringBuffer);
         ConsumeWhiteSpaces();
         if (GetChar() != u':') ParseError(u"Expecting name-separator(\":\").");
         ConsumeWhiteSpaces();
@@ -387,6 +375,7 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
       TJSONValueType type;
       const bool known = PeekValueType(type);
       if (known && (type == jvtObject || type == jvtArray)) {
+        f.First = false;
         SaveContext();  // as the factory of a nested container would
         ConsumeWhiteSpaces();
         open();
@@ -396,30 +385,45 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
       if (known) JSONValueFactory(type).ParseJSONValue(*this, value);
       if (value) {
         ConsumeWhiteSpaces();
-        store(f, std::move(value));
+        values.push_back(std::move(value));
+        f.First = false;
         continue;
       }
-      if (f.Obj) ParseError(u"Expecting value(false / null / true / object / array / number / string).");
+      if (f.IsObject) ParseError(u"Expecting value(false / null / true / object / array / number / string).");
       if (!f.First) ParseError(u"Expecting value(false/null/true/object/array/number/string).");
       endLoop = true;
     }
     const char16_t close = GetChar();
-    if (f.Obj && close != u'}') {
+    if (f.IsObject && close != u'}') {
       ParseError(f.First ? u"Expecting field name(string) or end-object(\"}\")."
                          : u"Expecting value-sep(\",\") or end-object(\"}\").");
     }
-    if (f.Arr && close != u']') {
+    if (!f.IsObject && close != u']') {
       ParseError(f.First ? u"Expecting value(false/null/true/object/array/number/string) or end-array(\"]\")."
                          : u"Expecting value-sep(\",\") or end-array(\"]\").");
     }
     ConsumeWhiteSpaces();
-    finished = std::move(f.Value);
-    stack.pop_back();
-    if (stack.empty()) {
+    const std::size_t count = values.size() - f.ValueStart;
+    ComPtr<IJSONValue> finished;
+    if (f.IsObject) {
+      auto* obj = new TJSONObjectImpl();
+      finished = ComPtr<IJSONValue>(obj);
+      obj->AdoptParsed(names.data() + f.NameStart, values.data() + f.ValueStart, count);
+      names.resize(f.NameStart);
+    } else {
+      auto* arr = new TJSONArrayImpl();
+      finished = ComPtr<IJSONValue>(arr);
+      arr->AdoptParsed(values.data() + f.ValueStart, count);
+    }
+    values.resize(f.ValueStart);
+    frames.pop_back();
+    if (frames.empty()) {
       AValue = std::move(finished);
       return true;
     }
     ResolveSavePoint(true);
+    ConsumeWhiteSpaces();
+    values.push_back(std::move(finished));
   }
 }
 

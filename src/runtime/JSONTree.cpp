@@ -167,25 +167,37 @@ void WalkContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, IJSONValueV
   }
 }
 
-TJSONBurial::TJSONBurial() {
+namespace {
+// Destructor nesting allowed before children are deferred.
+constexpr int kDirectReleaseDepth = 64;
+thread_local int tReleaseDepth = 0;
+}  // namespace
+
+TJSONBurial::TJSONBurial() { ++tReleaseDepth; }
+
+TJSONBurial::~TJSONBurial() {
+  if (FOwner) {
+    while (!FGrave.empty()) {
+      ComPtr<IJSONValue> last = std::move(FGrave.back());
+      FGrave.pop_back();
+      last.reset();  // its destructor may add to FGrave
+    }
+    tActiveGrave = nullptr;
+  }
+  --tReleaseDepth;
+}
+
+void TJSONBurial::Add(ComPtr<IJSONValue>&& AValue) {
+  if (!AValue) return;
+  if (tReleaseDepth < kDirectReleaseDepth) {
+    AValue.reset();
+    return;
+  }
   if (!tActiveGrave) {
     FOwner = true;
     tActiveGrave = &FGrave;
   }
-}
-
-TJSONBurial::~TJSONBurial() {
-  if (!FOwner) return;
-  while (!FGrave.empty()) {
-    ComPtr<IJSONValue> last = std::move(FGrave.back());
-    FGrave.pop_back();
-    last.reset();  // its destructor may add to FGrave
-  }
-  tActiveGrave = nullptr;
-}
-
-void TJSONBurial::Add(ComPtr<IJSONValue>&& AValue) {
-  if (AValue) tActiveGrave->push_back(std::move(AValue));
+  tActiveGrave->push_back(std::move(AValue));
 }
 
 // --- shared parts of TJSONValueImpl ---

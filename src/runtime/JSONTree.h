@@ -23,8 +23,10 @@ void BuildContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSO
 // Visits a container and everything below it, parents first, in member order.
 void WalkContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, IJSONValueVisitor& AVisitor);
 
-// Collects the children of a value being freed. The first burial on a thread releases
-// them one by one, and the burials of their own destructors only add to its list.
+// Frees the children of a value being freed. Near the top of a tree they are released
+// at once, the way any destructor would; below a fixed depth they go to the list of the
+// outermost burial at that depth, which releases them one by one, so that a tree of any
+// depth is freed with a bounded stack.
 class TJSONBurial {
  public:
   TJSONBurial();

@@ -73,32 +73,31 @@ class TJSONObjectNameValueList {
   std::vector<TJSONObjectNameValue> FItems;
 };
 
-// Name to current value. Entries point at their name in the member list rather than
-// holding a second copy of it; small objects are searched linearly, larger ones
-// through an open-addressing index.
+// Name to current value. The value of a name sits at the same place as the name in the
+// member list, so the dictionary holds no second copy of the names; small objects are
+// searched linearly, larger ones through an open-addressing index.
 class TJSONObjectDictionary {
  public:
-  struct TEntry {
-    std::int32_t NameIndex;
-    ComPtr<IJSONValue> Value;
-  };
-
   static std::size_t HashOf(std::u16string_view Name);
-  // Index of the entry for Name, or -1.
+  // Place of Name, or -1.
   std::int32_t Find(std::u16string_view Name, const TJSONObjectNameValueList& Names) const;
-  void Add(std::int32_t NameIndex, const ComPtr<IJSONValue>& Value, const TJSONObjectNameValueList& Names);
-  void Delete(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names);
+  // The member list has just got the name at its end.
+  void Add(ComPtr<IJSONValue> Value, const TJSONObjectNameValueList& Names);
+  // The member list has just lost the name at Index.
+  void Delete(std::int32_t Index, const TJSONObjectNameValueList& Names);
+  // The member list was reordered: the name now at i was at Order[i].
+  void Reorder(const std::vector<std::int32_t>& Order, const TJSONObjectNameValueList& Names);
   void Clear();
-  std::int32_t Count() const { return static_cast<std::int32_t>(FEntries.size()); }
-  TEntry& operator[](std::size_t i) { return FEntries[i]; }
-  std::vector<TEntry>& Entries() { return FEntries; }
-  const std::vector<TEntry>& Entries() const { return FEntries; }
+  void Reserve(std::size_t Count) { FValues.reserve(Count); }
+  ComPtr<IJSONValue>& operator[](std::size_t i) { return FValues[i]; }
+  IJSONValue* At(std::size_t i) const { return FValues[i].get(); }
+  std::vector<ComPtr<IJSONValue>>& Values() { return FValues; }
 
  private:
   void RebuildIndex(const TJSONObjectNameValueList& Names);
-  void InsertIntoIndex(std::int32_t EntryIndex, const TJSONObjectNameValueList& Names);
+  void InsertIntoIndex(std::int32_t Index, const TJSONObjectNameValueList& Names);
 
-  std::vector<TEntry> FEntries;
+  std::vector<ComPtr<IJSONValue>> FValues;
   std::vector<std::int32_t> FSlots;  // empty while the object is small
 };
 
@@ -139,10 +138,14 @@ class TJSONObjectImpl final : public TJSONValueImpl<IJSONObject> {
   void SortMembersByName() override;
 
   // The current value of the member at this place of the member list.
-  IJSONValue* MemberValue(std::int32_t Index);
+  IJSONValue* MemberValue(std::int32_t Index) const {
+    return Index >= 0 && Index < FNames.Count() ? FDictionary.At(static_cast<std::size_t>(Index)) : nullptr;
+  }
   const std::u16string& MemberName(std::int32_t Index) const { return FNames[static_cast<std::size_t>(Index)].Name; }
   // Adds a member without copying its name; for the parser.
   void SetParsed(std::u16string&& Name, ComPtr<IJSONValue>&& Value);
+  // Takes over the parsed members, moving from the given arrays.
+  void AdoptParsed(std::u16string* Names, ComPtr<IJSONValue>* Values, std::size_t Count);
 
  private:
   IJSONValue* Lookup(std::u16string_view Name) const;
@@ -185,8 +188,11 @@ class TJSONArrayImpl final : public TJSONValueImpl<IJSONArray> {
   void SetObject(std::int32_t Index, const ComPtr<IJSONObject>& Value) override { SetItem(Index, Value); }
 
   IJSONValue* ItemAt(std::int32_t Index) const;
-  // Appends without the checks of Add; for the parser.
-  void AddParsed(ComPtr<IJSONValue>&& Value) { FList.push_back(std::move(Value)); }
+  // Takes over the parsed items, moving from the given array.
+  void AdoptParsed(ComPtr<IJSONValue>* Values, std::size_t Count) {
+    FList.reserve(Count);
+    for (std::size_t i = 0; i < Count; ++i) FList.push_back(std::move(Values[i]));
+  }
 
  private:
   bool InRange(std::int32_t Index) const { return Index >= 0 && static_cast<std::size_t>(Index) < FList.size(); }
