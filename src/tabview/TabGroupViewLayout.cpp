@@ -324,17 +324,80 @@ TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::layoutAttributes() {
   for (std::size_t i = 0; i < items.size(); ++i) {
     TTabViewLayoutAttributesImpl* item = items[i];
     const double position = item->StraightPosition;
-    const double x = curvePositionFromStraightPosition(position) * usable + geometry.Left;
-    item->Frame = TRectD::FromBounds(x, 0, kTabWidth, kTabHeight);
+    if (FPlaceEveryFrame) {
+      item->Frame = TRectD::FromBounds(curvePositionFromStraightPosition(position) * usable + geometry.Left, 0,
+                                       kTabWidth, kTabHeight);
+    } else {
+      item->Frame = TRectD::FromBounds(geometry.Left, 0, kTabWidth, kTabHeight);
+    }
     item->ZPosition = kZScale - std::fabs(middle - position) * kZScale;
     if (draggedIndex >= 0 && static_cast<std::size_t>(draggedIndex) == i) item->ZPosition = kDraggedZ;
   }
+  if (!FPlaceEveryFrame) placeFrames(items, geometry, usable);
 
   snapToPixels(items, geometry);
   markHiddenTabs(items, geometry);
   clipOverlaps(items);
   items.clear();
   return list;
+}
+
+// Puts each tab on the curve, leaving out the tabs whose place the snapping
+// passes overwrite without reading it: the straight stretch after its first tab,
+// the tabs that a ladder will restack, and the side that an edge lays out in a
+// row. The passes then give exactly the frames they would give had every tab
+// been placed; it spares most of the solver runs of a long strip.
+void TTabGroupViewLayout::placeFrames(const TItems& items, const TView& geometry, double usable) const {
+  const auto place = [&](std::size_t i) {
+    TTabViewLayoutAttributesImpl* item = items[i];
+    item->Frame = TRectD::FromBounds(
+        curvePositionFromStraightPosition(item->StraightPosition) * usable + geometry.Left, 0, kTabWidth, kTabHeight);
+  };
+  const std::size_t count = items.size();
+  const double startX = FShape.StartPoint.X;
+  const double endX = FShape.EndPoint.X;
+  const bool leftEdge = atLeftEdge(geometry.CurveRatio);
+  const bool rightEdge = !leftEdge && atRightEdge(geometry.CurveRatio);
+
+  // Left part, from its inner end outwards, with the value its snapping gives.
+  if (!leftEdge) {
+    const auto snapped = [&](std::size_t i) {
+      const double left = std::floor(items[i]->Frame.Left);
+      return rightEdge ? left : std::max(geometry.Left, left);
+    };
+    for (std::size_t i = count; i-- > 0;) {
+      const double position = items[i]->StraightPosition;
+      if (rightEdge ? position > startX : position >= startX) continue;
+      place(i);
+      // The first pair that closes in to a ladder step starts the ladder; all
+      // tabs further out are restacked from it.
+      if (i + 1 < count && items[i + 1]->StraightPosition < startX && snapped(i + 1) - snapped(i) <= kLadderStep) {
+        break;
+      }
+    }
+  }
+  // The straight stretch continues from its first tab's rounded place.
+  if (!leftEdge && !rightEdge) {
+    for (std::size_t i = 0; i < count; ++i) {
+      const double position = items[i]->StraightPosition;
+      if (position >= startX && position <= endX) {
+        place(i);
+        break;
+      }
+    }
+  }
+  // Right part, the mirror.
+  if (!rightEdge) {
+    for (std::size_t i = 0; i < count; ++i) {
+      const double position = items[i]->StraightPosition;
+      if (leftEdge ? position < endX : position <= endX) continue;
+      place(i);
+      if (i > 0 && items[i - 1]->StraightPosition > endX &&
+          std::ceil(items[i]->Frame.Left) - std::ceil(items[i - 1]->Frame.Left) <= kLadderStep) {
+        break;
+      }
+    }
+  }
 }
 
 namespace {

@@ -105,6 +105,9 @@ class TTabGroupViewLayout {
   void setOnGetViewSize(TGetViewSizeEvent handler) { FOnGetViewSize = std::move(handler); }
   // Where debugFrame's lines go; none by default, so they are dropped.
   void setDebugSink(TDebugSink sink) { FDebugSink = std::move(sink); }
+  // Places every tab on the curve before snapping, also those whose place the
+  // snapping overwrites. The frames come out the same; checks compare both ways.
+  void setPlaceEveryFrame(bool value) { FPlaceEveryFrame = value; }
 
  private:
   using TItems = std::vector<TTabViewLayoutAttributesImpl*>;
@@ -135,6 +138,7 @@ class TTabGroupViewLayout {
   static double curveX(const TCurve& curve, double y);
   bool atLeftEdge(double curveRatio) const;
   bool atRightEdge(double curveRatio) const;
+  void placeFrames(const TItems& items, const TView& view, double usable) const;
   void snapToPixels(const TItems& items, const TView& view) const;
   void snapAtLeftEdge(const TItems& items, const TView& view) const;
   void snapAtRightEdge(const TItems& items, const TView& view) const;
@@ -158,6 +162,7 @@ class TTabGroupViewLayout {
   TShape FShape;
   TDebugSink FDebugSink;
   TItems FScratch;  // reused by each pass
+  bool FPlaceEveryFrame = false;
 };
 
 // Same-value test of the run-time library: equal within a relative resolution
