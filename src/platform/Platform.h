@@ -156,6 +156,27 @@ struct ToolInfoW {
   void* lpReserved = nullptr;
 };
 
+// Same layout as the system's URL_COMPONENTSW. For each part: a buffer and its size
+// (in units, with room for the terminating zero) to copy into; or a null pointer and a
+// nonzero length to get a pointer into the given URL; or 0 to skip the part.
+struct UrlComponentsW {
+  std::uint32_t dwStructSize = sizeof(UrlComponentsW);
+  char16_t* lpszScheme = nullptr;
+  std::uint32_t dwSchemeLength = 0;
+  std::int32_t nScheme = 0;
+  char16_t* lpszHostName = nullptr;
+  std::uint32_t dwHostNameLength = 0;
+  std::uint16_t nPort = 0;
+  char16_t* lpszUserName = nullptr;
+  std::uint32_t dwUserNameLength = 0;
+  char16_t* lpszPassword = nullptr;
+  std::uint32_t dwPasswordLength = 0;
+  char16_t* lpszUrlPath = nullptr;
+  std::uint32_t dwUrlPathLength = 0;
+  char16_t* lpszExtraInfo = nullptr;
+  std::uint32_t dwExtraInfoLength = 0;
+};
+
 constexpr std::uint16_t LoWord(std::uintptr_t v) { return static_cast<std::uint16_t>(v & 0xFFFF); }
 constexpr std::uint16_t HiWord(std::uintptr_t v) { return static_cast<std::uint16_t>((v >> 16) & 0xFFFF); }
 // Signed coordinates packed in an lParam (GET_X_LPARAM / GET_Y_LPARAM).
@@ -414,6 +435,16 @@ inline constexpr std::uint32_t TTM_DELTOOLW = WM_USER + 51;
 inline constexpr std::uint32_t TTM_NEWTOOLRECTW = WM_USER + 52;
 inline constexpr std::uint32_t TTM_UPDATETIPTEXTW = WM_USER + 57;
 
+// URL parts.
+inline constexpr std::uint32_t ICU_DECODE = 0x10000000u;
+inline constexpr std::uint32_t ICU_ESCAPE = 0x80000000u;
+inline constexpr std::int32_t INTERNET_SCHEME_UNKNOWN = -1;
+inline constexpr std::int32_t INTERNET_SCHEME_FTP = 1;
+inline constexpr std::int32_t INTERNET_SCHEME_HTTP = 3;
+inline constexpr std::int32_t INTERNET_SCHEME_HTTPS = 4;
+inline constexpr std::int32_t INTERNET_SCHEME_FILE = 5;
+inline constexpr std::uint32_t INTERNET_MAX_URL_LENGTH = 2083;
+
 // Extra info stamped on mouse messages synthesized from pen or touch input.
 inline constexpr std::uint32_t MI_WP_SIGNATURE = 0xFF515700u;
 inline constexpr std::uint32_t SIGNATURE_MASK = 0xFFFFFF00u;
@@ -547,6 +578,10 @@ class IPlatform {
 
   // Registers the common control classes (the tooltip window).
   virtual bool InitCommonControlsEx(std::uint32_t classes) = 0;
+
+  // Splits a URL into its parts; urlLength 0 means zero-terminated.
+  virtual bool InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
+                                 UrlComponentsW* components) = 0;
 
   // System information.
   // True when the system is at least major.minor.

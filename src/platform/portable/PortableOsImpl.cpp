@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "base/Text.h"
+#include "platform/portable/UrlCrack.h"
 
 namespace qx {
 
@@ -1553,6 +1554,13 @@ bool TPortableOs::GetCurrentInputMessageSource(InputMessageSource* source) {
 }
 
 bool TPortableOs::InitCommonControlsEx(std::uint32_t) { return true; }
+
+bool TPortableOs::InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
+                                    UrlComponentsW* components) {
+  if (!url) return false;
+  const std::u16string_view text = urlLength ? std::u16string_view(url, urlLength) : std::u16string_view(url);
+  return CrackUrl(text, flags, components);
+}
 
 bool TPortableOs::CheckWin32Version(std::int32_t major, std::int32_t minor) {
   TLock lock(FLock);

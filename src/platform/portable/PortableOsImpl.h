@@ -108,6 +108,8 @@ class TPortableOs final : public IPortableOs {
   bool CloseTouchInputHandle(HTouchInput input) override;
   bool GetCurrentInputMessageSource(InputMessageSource* source) override;
   bool InitCommonControlsEx(std::uint32_t classes) override;
+  bool InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
+                         UrlComponentsW* components) override;
   bool CheckWin32Version(std::int32_t major, std::int32_t minor) override;
   std::int32_t GetSystemMetrics(std::int32_t index) override;
   std::int32_t GetLogPixelsY() override;

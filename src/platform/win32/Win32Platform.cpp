@@ -10,6 +10,7 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <mmsystem.h>
+#include <wininet.h>
 
 #include <cstddef>
 
@@ -38,6 +39,9 @@ static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) && offsetof(TouchInput, d
 static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) && offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
 static_assert(sizeof(TrackMouseEventInfo) == sizeof(TRACKMOUSEEVENT) &&
               offsetof(TrackMouseEventInfo, dwHoverTime) == offsetof(TRACKMOUSEEVENT, dwHoverTime));
+static_assert(sizeof(UrlComponentsW) == sizeof(URL_COMPONENTSW) &&
+              offsetof(UrlComponentsW, nPort) == offsetof(URL_COMPONENTSW, nPort) &&
+              offsetof(UrlComponentsW, dwExtraInfoLength) == offsetof(URL_COMPONENTSW, dwExtraInfoLength));
 static_assert(sizeof(char16_t) == sizeof(wchar_t));
 static_assert(sizeof(LongPtr) == sizeof(LONG_PTR) && sizeof(ULongPtr) == sizeof(DWORD_PTR));
 
@@ -303,6 +307,11 @@ bool TWin32Platform::GetCurrentInputMessageSource(InputMessageSource* source) {
 bool TWin32Platform::InitCommonControlsEx(std::uint32_t classes) {
   INITCOMMONCONTROLSEX init{sizeof(INITCOMMONCONTROLSEX), classes};
   return ::InitCommonControlsEx(&init) != FALSE;
+}
+
+bool TWin32Platform::InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
+                                       UrlComponentsW* components) {
+  return ::InternetCrackUrlW(W(url), urlLength, flags, reinterpret_cast<URL_COMPONENTSW*>(components)) != FALSE;
 }
 
 bool TWin32Platform::CheckWin32Version(std::int32_t major, std::int32_t minor) {
