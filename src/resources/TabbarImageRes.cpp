@@ -1,0 +1,20 @@
+#include "resources/TabbarImageRes.h"
+
+namespace qx {
+
+const std::vector<std::u16string_view>& TTabbarImageRes::Keys() {
+#define QX_NAME(key) u## #key,
+  static const std::vector<std::u16string_view> keys = {QX_TABBAR_IMAGE_KEYS(QX_NAME)};
+#undef QX_NAME
+  return keys;
+}
+
+TBitmap* TTabbarImageRes::ByKey(std::u16string_view key) {
+#define QX_BY_KEY(name) \
+  if (key == u## #name) return name();
+  QX_TABBAR_IMAGE_KEYS(QX_BY_KEY)
+#undef QX_BY_KEY
+  return nullptr;
+}
+
+}  // namespace qx
