@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "base/Text.h"
+#include "fakehost/FakeString.h"
 #include "host/V3EventTypes.h"
 
 namespace qx {
@@ -49,6 +50,49 @@ void TFakeFaviconManager::FailFavicon(std::u16string_view uri) {
   auto after = RequestParams(uri, u"after");
   after.emplace_back(u"result", u"false");
   events_->FireFromHost(eventId, after);
+}
+
+HResult QX_STDCALL TFakeFaviconManager::RequestFavicon(Text uri) {
+  if (!uri) return kInvalidArg;
+  const std::u16string key(uri);
+  requests_.push_back(key);
+  if (answerAtOnce_) {
+    Answer(key);
+  } else {
+    pending_.push_back(key);
+  }
+  return kOk;
+}
+
+HResult QX_STDCALL TFakeFaviconManager::GetFaviconFile(Text uri, IQxIString** path) {
+  if (!path) return kInvalidArg;
+  *path = nullptr;
+  if (!uri || !Has(uri)) return kFalse;
+  *path = MakeFakeString(FromUtf8(PathOf(uri).string())).detach();
+  return kOk;
+}
+
+void TFakeFaviconManager::SetSiteIcon(std::u16string_view uri, std::vector<std::uint8_t> bytes,
+                                      std::u16string_view extension) {
+  siteIcons_[std::u16string(uri)] = TSiteIcon{std::move(bytes), std::u16string(extension)};
+}
+
+std::size_t TFakeFaviconManager::AnswerRequests() {
+  // Answers may lead to new requests; those wait for the next call.
+  std::vector<std::u16string> batch;
+  batch.swap(pending_);
+  for (const auto& uri : batch) Answer(uri);
+  return batch.size();
+}
+
+void TFakeFaviconManager::Answer(const std::u16string& uri) {
+  const auto it = siteIcons_.find(uri);
+  if (failing_ || it == siteIcons_.end()) {
+    FailFavicon(uri);
+    return;
+  }
+  const TSiteIcon icon = it->second;
+  StoreFavicon(uri, icon.bytes, icon.extension);
 }
 
 void TFakeFaviconManager::StoreDefaultIcon(const std::vector<std::uint8_t>& bytes) { WriteFile(DefaultPath(), bytes); }

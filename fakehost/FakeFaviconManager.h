@@ -14,8 +14,10 @@ namespace qx {
 
 // The host's favicon store: one file per site URI under a root folder, the default icon
 // "default.ico" beside them. A URI without a stored file resolves to the default icon's
-// path, which is how the host says it has none yet. Its interface has no operations
-// declared yet; the fake side stores icons and raises "FaviconManager.Changed":
+// path, which is how the host says it has none yet. A fetch the module asks for is
+// answered from the icons the "network" has (SetSiteIcon), or fails; by default the
+// answers wait for AnswerRequests, as a browser answers later. Each answer raises
+// "FaviconManager.Changed":
 //   1. {event=Request, timing=before, uri-id, favicon-uri-id}
 //   2. the file is written (not for a failure)
 //   3. {event=Request, timing=after, uri-id, favicon-uri-id, result="true" or "false"}
@@ -38,8 +40,21 @@ class TFakeFaviconManager : public TInterfacedObject<IQxIFaviconManagerV3> {
   // Writes the default icon file.
   void StoreDefaultIcon(const std::vector<std::uint8_t>& bytes);
 
-  // Fetch requests the module made, in order (kept for the operations still to come).
-  void Request(std::u16string_view uri) { requests_.emplace_back(uri); }
+  // IQxIFaviconManagerV3
+  HResult QX_STDCALL RequestFavicon(Text uri) override;
+  HResult QX_STDCALL GetFaviconFile(Text uri, IQxIString** path) override;
+
+  // What a fetch of uri finds; a URI with no icon here fails.
+  void SetSiteIcon(std::u16string_view uri, std::vector<std::uint8_t> bytes, std::u16string_view extension = u".png");
+  // Every fetch fails while set, icon or not.
+  void SetFailing(bool failing) { failing_ = failing; }
+  // Answer each fetch inside the request call instead of waiting for AnswerRequests.
+  void SetAnswerAtOnce(bool atOnce) { answerAtOnce_ = atOnce; }
+  // Answers the waiting fetches in request order; returns how many.
+  std::size_t AnswerRequests();
+  std::size_t PendingCount() const { return pending_.size(); }
+
+  // Fetch requests the module made, in order.
   const std::vector<std::u16string>& Requests() const { return requests_; }
 
  private:
@@ -47,6 +62,16 @@ class TFakeFaviconManager : public TInterfacedObject<IQxIFaviconManagerV3> {
   std::filesystem::path root_;
   std::map<std::u16string, std::filesystem::path> files_;
   std::vector<std::u16string> requests_;
+  std::vector<std::u16string> pending_;
+  struct TSiteIcon {
+    std::vector<std::uint8_t> bytes;
+    std::u16string extension;
+  };
+  std::map<std::u16string, TSiteIcon> siteIcons_;
+  bool failing_ = false;
+  bool answerAtOnce_ = false;
+
+  void Answer(const std::u16string& uri);
 };
 
 }  // namespace qx

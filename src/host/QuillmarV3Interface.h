@@ -495,6 +495,15 @@ struct IQxIXmlService : IUnknown {
   virtual HResult QX_STDCALL Parse(Text text, IQxIXmlElement** element) = 0;  // 1
 };
 
+// The host's favicon store. A fetch answers later through "FaviconManager.Changed".
+struct IQxIFaviconManagerV3 : IUnknown {
+  static constexpr TGUID IID = MakeGuid("58C445E5-8B84-446E-A019-891A41A050DE");
+  // Starts a fetch of the icon of a page URI (or a "favicon://" key).
+  virtual HResult QX_STDCALL RequestFavicon(Text uri) = 0;  // 1
+  // The file the store keeps for a URI; kFalse and no string when it has none.
+  virtual HResult QX_STDCALL GetFaviconFile(Text uri, IQxIString** path) = 0;  // 2
+};
+
 // Host services that later parts of the module call through operations of their own.
 #define QX_OPAQUE_INTERFACE(Name, Guid)          \
   struct Name : IUnknown {                       \
@@ -502,7 +511,6 @@ struct IQxIXmlService : IUnknown {
   };
 
 QX_OPAQUE_INTERFACE(IQxIXmlWidgetManager, "D9901ADD-C243-41CF-958F-AB3AE55EE975")
-QX_OPAQUE_INTERFACE(IQxIFaviconManagerV3, "58C445E5-8B84-446E-A019-891A41A050DE")
 QX_OPAQUE_INTERFACE(IQxIHistoryManager, "1095A80A-B32B-48EA-B4B4-E52EC01E9DCB")
 QX_OPAQUE_INTERFACE(IQxISearchManager, "9B8C0674-E9EA-4A82-9C2F-57A86E02B9B4")
 QX_OPAQUE_INTERFACE(IQxISearchHistoryManager, "CAD37AA2-9CD4-41DF-850E-40EC514250B4")
