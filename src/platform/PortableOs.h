@@ -9,6 +9,7 @@
 // ProcessMessages serve the calling thread's queue and window timers; multimedia
 // timer callbacks run on one thread of the emulation's own.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>

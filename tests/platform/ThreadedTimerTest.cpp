@@ -50,6 +50,11 @@ void QX_STDCALL SelfKillingCallback(std::uint32_t id, std::uint32_t, ULongPtr, U
   Platform().timeKillEvent(id);
 }
 
+std::atomic<LResult> gSentResult{0};
+void QX_STDCALL SendingCallback(std::uint32_t, std::uint32_t, ULongPtr user, ULongPtr, ULongPtr) {
+  gSentResult = Platform().SendMessageW(reinterpret_cast<HWnd>(user), WM_USER + 9, 0, 0);
+}
+
 class MultimediaTimers : public MultimediaTimerTest {
  protected:
   MultimediaTimers() {
@@ -85,6 +90,16 @@ TEST_F(MultimediaTimers, CallbacksRunOnTheirOwnThreadAndPostToTheWindow) {
   Os().AdvanceClock(100);
   EXPECT_EQ(Calls().size(), 3u);
   EXPECT_EQ(Log().size(), 3u);
+}
+
+TEST_F(MultimediaTimers, ACallbackSendingToTheMainThreadIsAnsweredWhileTheClockWaits) {
+  P().RegisterClassW(u"Second", &SecondProc);
+  HWnd hwnd = P().CreateWindowExW(0, u"Second", u"", 0, 0, 0, 1, 1, nullptr, nullptr);
+  gSentResult = 0;
+  const std::uint32_t id = P().timeSetEvent(10, 0, &SendingCallback, reinterpret_cast<ULongPtr>(hwnd), TIME_ONESHOT);
+  ASSERT_NE(id, 0u);
+  Os().AdvanceClock(10);
+  EXPECT_EQ(gSentResult.load(), 1000);
 }
 
 TEST_F(MultimediaTimers, UnknownOrBadArgumentsFail) {

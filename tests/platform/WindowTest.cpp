@@ -178,6 +178,24 @@ TEST_F(WindowTest, SubclassingChainsThroughCallWindowProc) {
   EXPECT_EQ(P().GetWindowLongPtrW(hwnd, GWLP_WNDPROC), reinterpret_cast<LongPtr>(&RecordingProc));
 }
 
+TEST_F(WindowTest, ProcedureAddressesNeedThePointerSizedCallWhenWide) {
+  HWnd hwnd = MakeWindow();
+  if (sizeof(LongPtr) > sizeof(std::int32_t)) {
+    EXPECT_EQ(P().GetWindowLongW(hwnd, GWLP_WNDPROC), 0);
+    EXPECT_EQ(P().SetWindowLongW(hwnd, GWLP_WNDPROC, 1234), 0);
+  }
+  EXPECT_EQ(P().GetWindowLongPtrW(hwnd, GWLP_WNDPROC), reinterpret_cast<LongPtr>(&RecordingProc));
+  // The default procedure as a class procedure behaves as the default procedure.
+  WndProc def = P().DefWindowProcAddress();
+  ASSERT_NE(def, nullptr);
+  ASSERT_NE(P().RegisterClassW(u"Plain", def), 0);
+  HWnd plain = P().CreateWindowExW(0, u"Plain", u"", 0, 0, 0, 1, 1, nullptr, nullptr);
+  ASSERT_NE(plain, nullptr);
+  EXPECT_EQ(P().SendMessageW(plain, WM_NCCREATE, 0, 0), 1);
+  EXPECT_TRUE(P().SetWindowTextW(plain, u"x"));
+  EXPECT_EQ(P().GetWindowTextLengthW(plain), 1);
+}
+
 TEST_F(WindowTest, StyleBitsAndUserDataRoundTrip) {
   HWnd hwnd = MakeWindow(WS_POPUP | WS_CAPTION);
   std::uint32_t style = static_cast<std::uint32_t>(P().GetWindowLongW(hwnd, GWL_STYLE));
