@@ -28,6 +28,7 @@ TFakeHost::TFakeHost()
   dock_ = MakeCom<TFakeTabDock>(model_);
   tabManager_ = MakeCom<TFakeTabManager>(model_, dock_);
   browserManager_ = MakeCom<TFakeBrowserManager>(model_);
+  hostWindows_ = std::make_unique<TFakeHostWindows>(*windows_.get());
   RegisterReactions();
   RegisterServices();
 }
@@ -40,6 +41,7 @@ TFakeHost::~TFakeHost() {
   events_->Clear();
   services_.clear();
   model_.reset();
+  hostWindows_.reset();
 }
 
 namespace {

@@ -17,6 +17,7 @@
 #include "fakehost/FakeFaviconManager.h"
 #include "fakehost/FakeGlobalStorage.h"
 #include "fakehost/FakeGraphicResourceService.h"
+#include "fakehost/FakeHostWindows.h"
 #include "fakehost/FakePageDataManager.h"
 #include "fakehost/FakePluginService.h"
 #include "fakehost/FakePropertyService.h"
@@ -85,6 +86,8 @@ class TFakeHost {
   TFakeActionManager& Actions() { return *actions_.get(); }
   TFakeUriAction& UriAction() { return *uriAction_.get(); }
   TFakeFaviconManager& Favicons() { return *favicons_.get(); }
+  // The host's windows in the platform's window system, made on request.
+  TFakeHostWindows& HostWindows() { return *hostWindows_; }
 
  private:
   void RegisterServices();
@@ -110,6 +113,7 @@ class TFakeHost {
   ComPtr<TFakeTabDock> dock_;
   ComPtr<TFakeTabManager> tabManager_;
   ComPtr<TFakeBrowserManager> browserManager_;
+  std::unique_ptr<TFakeHostWindows> hostWindows_;
   std::map<std::string, ComPtr<IUnknown>> services_;  // by short name, for RestoreService
   std::vector<std::uint64_t> reactionCookies_;
   std::vector<TFakeParams> menuOpens_;
