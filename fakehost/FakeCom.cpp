@@ -19,6 +19,9 @@ std::u16string ReadVariantText(IQxIVariant* variant) {
 TFakeParams ReadStringDictionary(IQxIStringDictionary* dictionary) {
   TFakeParams params;
   if (!dictionary) return params;
+  // Anything else that arrives typed as a string dictionary is not read as one.
+  ComPtr<IQxIStringDictionary> checked;
+  if (Failed(dictionary->QueryInterface(IQxIStringDictionary::IID, checked.put_void())) || !checked) return params;
   ComPtr<IQxIStringArray> keys, values;
   if (Failed(dictionary->GetKeysAndValues(keys.put(), values.put())) || !keys || !values) return params;
   std::int32_t count = 0, valueCount = 0;

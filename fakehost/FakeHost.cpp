@@ -141,6 +141,27 @@ void TFakeHost::React(std::u16string_view eventId,
       }));
 }
 
+namespace {
+
+std::u16string PercentEncode(std::u16string_view text) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  std::u16string out;
+  for (const unsigned char c : ToUtf8(text)) {
+    const bool plain = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' ||
+                       c == '_' || c == '.' || c == '~';
+    if (plain) {
+      out += static_cast<char16_t>(c);
+    } else {
+      out += u'%';
+      out += static_cast<char16_t>(kHex[c >> 4]);
+      out += static_cast<char16_t>(kHex[c & 15]);
+    }
+  }
+  return out;
+}
+
+}  // namespace
+
 void TFakeHost::RegisterReactions() {
   const auto tabOf = [this](IQxIStringDictionary* parameters) {
     return model_->TabByGuid(ParamValue(ReadStringDictionary(parameters), u"tab-id"));
@@ -155,6 +176,22 @@ void TFakeHost::RegisterReactions() {
   React(u"QxCabinetDataManager.Cabinet", [this](IQxIStringDictionary*, auto&) { SetInCabinet(!inCabinet_); });
   React(u"XmlWidget.MenuOpen",
         [this](IQxIStringDictionary* p, auto&) { menuOpens_.push_back(ReadStringDictionary(p)); });
+  React(u"SearchEngineManager.SearchDirect", [this](IQxIStringDictionary* p, auto&) {
+    const auto params = ReadStringDictionary(p);
+    std::u16string uri = ParamValue(params, u"request");
+    const std::u16string placeholder = u"{searchTerms}";
+    const std::u16string keyword = PercentEncode(ParamValue(params, u"keyword"));
+    for (auto at = uri.find(placeholder); at != std::u16string::npos; at = uri.find(placeholder, at + keyword.size()))
+      uri.replace(at, placeholder.size(), keyword);
+    if (uri.empty()) return;
+    TFakeOpenTab how;
+    how.After = model_->TabByGuid(ParamValue(params, u"from-tab-guid"));
+    how.Activate = !HasParam(params, u"activate") || IsTrueText(ParamValue(params, u"activate"));
+    model_->OpenTab(uri, how);
+  });
+  React(u"SearchDock.ApplySearchText", [this](IQxIStringDictionary* p, auto&) {
+    searchBoxText_ = ParamValue(ReadStringDictionary(p), u"keyword");
+  });
   React(u"BrowserEngine.GetUserAgentBase", [this](IQxIStringDictionary*, std::vector<std::u16string>& results) {
     results.push_back(userAgent_);
   });

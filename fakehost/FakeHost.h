@@ -40,6 +40,11 @@ namespace qx {
 //   "QxCabinetDataManager.Cabinet" enters the cabinet screen, or leaves it
 //   "XmlWidget.MenuOpen"          is remembered (a menu would open, modal)
 //   "BrowserEngine.GetUserAgentBase" answers with the user agent text
+//   "SearchEngineManager.SearchDirect" {request, keyword, from-tab-guid, ...} opens the
+//                                 request with "{searchTerms}" replaced by the keyword
+//                                 (UTF-8, percent-encoded) in a new active tab after
+//                                 the tab it came from
+//   "SearchDock.ApplySearchText" {keyword} puts the keyword in the search box
 // These answers can be switched off to see only what the module sent.
 class TFakeHost {
  public:
@@ -66,6 +71,7 @@ class TFakeHost {
   bool InCabinet() const { return inCabinet_; }
   void SetInCabinet(bool in);
   const std::vector<TFakeParams>& MenuOpens() const { return menuOpens_; }
+  const std::u16string& SearchBoxText() const { return searchBoxText_; }
 
   TFakeServiceCore& Core() { return *core_.get(); }
   TFakePluginService& Plugins() { return *plugins_.get(); }
@@ -118,6 +124,7 @@ class TFakeHost {
   std::vector<std::uint64_t> reactionCookies_;
   std::vector<TFakeParams> menuOpens_;
   std::u16string userAgent_ = u"Mozilla/5.0 (Windows NT 10.0) AppleWebKit/537.36 (KHTML, like Gecko)";
+  std::u16string searchBoxText_;
   bool reactions_ = true;
   bool inCabinet_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "fakehost/FakeDictionary.h"
 #include "fakehost/FakeEventService.h"
 #include "fakehost/FakeListener.h"
 #include "fakehost/FakeStringDictionary.h"
@@ -129,6 +130,18 @@ TEST_F(FakeEventServiceTest, EventIdPointersStayValid) {
   events_.reset();
   ASSERT_NE(kept, nullptr);
   EXPECT_EQ(std::u16string(kept), u"Some.Event");
+}
+
+TEST_F(FakeEventServiceTest, ParametersOfAnotherKindAreNotReadAsTextDictionary) {
+  TFakeParams seen{{u"x", u"y"}};
+  auto listener = MakeCom<TFakeListener>([&](const std::u16string&, const TFakeParams& params) { seen = params; });
+  events_->AddListener(u"E", listener.get(), 0);
+  auto dictionary = MakeCom<TFakeDictionary>();
+  dictionary->SetValue(u"k", nullptr);
+  auto* wrongKind = reinterpret_cast<IQxIStringDictionary*>(static_cast<IQxIDictionary*>(dictionary.get()));
+  ASSERT_EQ(events_->Fire(u"E", wrongKind, nullptr), kOk);
+  EXPECT_TRUE(seen.empty());
+  EXPECT_TRUE(events_->EventLog().back().Parameters.empty());
 }
 
 TEST_F(FakeEventServiceTest, ClearReleasesListeners) {

@@ -303,6 +303,18 @@ TEST_F(FakeTabModelEvents, ModuleRequestsAreAnsweredByTheHost) {
   EXPECT_TRUE(browser_.Host().InCabinet());
   EXPECT_EQ(Steps(Take()), (TSteps{"QxCabinetDataManager.Cabinet", "QxCabinetDataManager.Cabinet.Enter"}));
 
+  auto* from = browser_.ActiveTab();
+  fire(u"SearchEngineManager.SearchDirect", {{u"request", u"https://search.example/?q={searchTerms}"},
+                                             {u"keyword", u"caf\u00e9 au lait"},
+                                             {u"new", u"true"},
+                                             {u"activate", u"true"},
+                                             {u"from-tab-guid", from->GuidText()}});
+  ASSERT_NE(browser_.ActiveTab(), from);
+  EXPECT_EQ(browser_.ActiveTab()->TextValue(tab_key::Uri), u"https://search.example/?q=caf%C3%A9%20au%20lait");
+  EXPECT_EQ(browser_.ActiveGroup()->IndexOf(browser_.ActiveTab()), browser_.ActiveGroup()->IndexOf(from) + 1);
+  fire(u"SearchDock.ApplySearchText", {{u"keyword", u"word"}});
+  EXPECT_EQ(browser_.Host().SearchBoxText(), u"word");
+
   browser_.Host().SetHostReactions(false);
   fire(u"TabBar.SelectTab", {{u"tab-id", b->GuidText()}});
   EXPECT_NE(browser_.ActiveTab(), b.get());
