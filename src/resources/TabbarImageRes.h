@@ -157,10 +157,10 @@ class TTabbarImageRes : public TQuillmarBitmapResourceManager {
   QX_TABBAR_IMAGE_KEYS(QX_GETTER)
 #undef QX_GETTER
 
-  // Left, middle and right thirds of the three-part backgrounds.
+  // Left, fill and right thirds of the three-part backgrounds.
 #define QX_SLICES(key) \
   TBitmap* key##Left() { return LazySlice(F##key##Left, key(), 3, 0); } \
-  TBitmap* key##Middle() { return LazySlice(F##key##Middle, key(), 3, 1); } \
+  TBitmap* key##Fill() { return LazySlice(F##key##Fill, key(), 3, 1); } \
   TBitmap* key##Right() { return LazySlice(F##key##Right, key(), 3, 2); }
   QX_SLICES(TabNameBackground1)
   QX_SLICES(TabNameBackground2)
@@ -174,7 +174,7 @@ class TTabbarImageRes : public TQuillmarBitmapResourceManager {
  private:
 #define QX_FIELD(key) std::unique_ptr<TBitmap> F##key;
   QX_TABBAR_IMAGE_KEYS(QX_FIELD)
-#define QX_SLICE_FIELDS(key) std::unique_ptr<TBitmap> F##key##Left, F##key##Middle, F##key##Right;
+#define QX_SLICE_FIELDS(key) std::unique_ptr<TBitmap> F##key##Left, F##key##Fill, F##key##Right;
   QX_SLICE_FIELDS(TabNameBackground1)
   QX_SLICE_FIELDS(TabNameBackground2)
   QX_SLICE_FIELDS(TabNameBackground3)
