@@ -9,6 +9,7 @@ namespace qx {
 std::u16string JSONFloatToStr(long double AValue) {
   if (std::isnan(AValue)) return u"NAN";
   if (std::isinf(AValue)) return AValue < 0 ? u"-INF" : u"INF";
+  if (AValue == 0) return u"0";  // negative zero too
   char buf[64];
   const auto res = std::to_chars(buf, buf + sizeof buf, AValue, std::chars_format::general, 15);
   std::u16string out;

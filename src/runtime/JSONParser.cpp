@@ -279,36 +279,64 @@ bool TJSONParseContext::ParseStringValue(ComPtr<IJSONValue>& AValue) {
   return true;
 }
 
+void TJSONParseContext::Take(std::size_t ACount) {
+  if (ACount == 0) return;
+  GetChar();  // the first one may start a new line
+  if (ACount == 1) return;
+  FCurrent += ACount - 1;
+  Increment(FColumn, ACount - 1);
+  FPrevChar = FData[FCurrent - 1];
+}
+
 bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
   ConsumeWhiteSpaces();
-  std::string& text = FNumberText;
-  text.clear();
-  auto readDigits = [this, &text]() {
-    const std::size_t before = text.size();
-    while (IsDigit(LookAhead())) text += static_cast<char>(GetChar());
-    return text.size() > before;
+  // The number is measured first and then taken in one step: none of its characters
+  // ends a line. On an error everything up to the missing part is taken.
+  const std::size_t start = FCurrent;
+  auto at = [this](std::size_t k) { return k < FDataLen ? FData[k] : char16_t(0); };
+  auto digitsFrom = [this](std::size_t k) {
+    while (k < FDataLen && IsDigit(FData[k])) ++k;
+    return k;
   };
-  const bool sign = LookAhead() == u'-';
-  if (sign) text += static_cast<char>(GetChar());
-  if (LookAhead() == u'0') {
-    text += static_cast<char>(GetChar());  // a leading zero is the whole integer part
-  } else if (!readDigits()) {
-    if (sign) ParseError(u"Expecting number.");
-    return false;
+  std::size_t i = start;
+  const bool sign = at(i) == u'-';
+  if (sign) ++i;
+  if (at(i) == u'0') {
+    ++i;  // a leading zero is the whole integer part
+  } else {
+    const std::size_t end = digitsFrom(i);
+    if (end == i) {
+      if (!sign) return false;
+      Take(i - start);
+      ParseError(u"Expecting number.");
+    }
+    i = end;
   }
   bool isFloat = false;
-  if (LookAhead() == u'.') {
-    text += static_cast<char>(GetChar());
-    if (!readDigits()) ParseError(u"Expecting fraction.");
+  if (at(i) == u'.') {
+    const std::size_t end = digitsFrom(++i);
+    if (end == i) {
+      Take(i - start);
+      ParseError(u"Expecting fraction.");
+    }
+    i = end;
     isFloat = true;
   }
-  if (LookAhead() == u'e' || LookAhead() == u'E') {
-    GetChar();
-    text += 'e';
-    if (LookAhead() == u'+' || LookAhead() == u'-') text += static_cast<char>(GetChar());
-    if (!readDigits()) ParseError(u"Expecting exponent digit");
+  if (at(i) == u'e' || at(i) == u'E') {
+    ++i;
+    if (at(i) == u'+' || at(i) == u'-') ++i;
+    const std::size_t end = digitsFrom(i);
+    if (end == i) {
+      Take(i - start);
+      ParseError(u"Expecting exponent digit");
+    }
+    i = end;
     isFloat = true;
   }
+  Take(i - start);
+  std::string& text = FNumberText;
+  text.resize(i - start);
+  for (std::size_t k = start; k < i; ++k) text[k - start] = FData[k] == u'E' ? 'e' : static_cast<char>(FData[k]);
   if (isFloat) {
     long double value = 0;
     const bool ok = text.size() > kMaxMantissaDigits ? JSONTryStrToFloat(ShortenMantissa(text), value)

@@ -81,6 +81,8 @@ class TJSONParseContext {
   // The type the next non-blank character announces; false for none.
   bool PeekValueType(TJSONValueType& AType) const;
   bool MatchKeyword(std::u16string_view AWord);
+  // Consumes characters that do not end a line.
+  void Take(std::size_t ACount);
   bool ScanString(std::u16string& AValue);
   bool ParseScalar(TJSONValueType AType, ComPtr<IJSONValue>& AValue);
 

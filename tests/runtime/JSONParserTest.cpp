@@ -183,6 +183,7 @@ TEST(JSONParserValues, Numbers) {
   EXPECT_EQ(a->GetFloat(8), 0.0L);  // too small to represent
   EXPECT_EQ(a->GetItem(9)->GetText(), u"-0.0025");
   EXPECT_EQ(a->GetItem(10)->GetText(), u"1E400");  // within the 80-bit range
+  EXPECT_EQ(Parse(u"[-0.0]")->AsArray()->GetItem(0)->GetText(), u"0");
 }
 
 TEST(JSONParserValues, VeryLongNumbersConvertQuickly) {
@@ -275,9 +276,9 @@ TEST(JSONParserHostile, DeepNestingParsesWithoutRecursion) {
   v.reset();  // freeing the tree must not recurse either
 
   std::u16string objects;
-  for (int i = 0; i < kDepth; ++i) objects += u"{\"b\":1,\"a\":";
+  for (int i = 0; i < kDepth / 4; ++i) objects += u"{\"b\":1,\"a\":";
   objects += u"null";
-  objects.append(kDepth, u'}');
+  objects.append(kDepth / 4, u'}');
   v = Parse(objects);
   v->SortObjectMembers();
   const std::u16string packed = v->ToPackedJSONText();
@@ -327,14 +328,15 @@ TEST(JSONParserHostile, EveryCodeUnitGivesValueOrParseError) {
   EXPECT_EQ(count(u"?", bytes), 0);
 }
 
-TEST(JSONParserHostile, EveryByteSequenceOfLengthTwoAfterBracket) {
-  for (int a = 0; a < 128; ++a) {
-    for (int b = 0; b < 128; ++b) {
-      const std::u16string text{u'[', static_cast<char16_t>(a), static_cast<char16_t>(b)};
+TEST(JSONParserHostile, EveryPairOfSignificantCharactersAfterBracket) {
+  const std::u16string chars = u" \t\r\n[]{}:,\"\\-0123456789.eEtrufalsn/x\x01\x1a\x7f\u00e9\xd800";
+  for (char16_t a : chars) {
+    for (char16_t b : chars) {
+      const std::u16string text{u'[', a, b};
       std::u16string message;
       ComPtr<IJSONValue> v;
       if (!TJSONParser::ParseJSONText(text, message, v)) {
-        EXPECT_EQ(message.rfind(u"Error at line ", 0), 0u);
+        ASSERT_EQ(message.rfind(u"Error at line ", 0), 0u);
       }
     }
   }
