@@ -339,7 +339,7 @@ std::map<std::string, std::function<std::unique_ptr<TBitmap>()>> Catalogue() {
   popup("SmartSearchBackgroundUpward", 64, 3, true);
   popup("SmartSearchExtendedBackgroundUpwardRight", 16, 2, true);
   const char* buttonStates[3] = {"", "Hovered", "Pressed"};
-  const TColor buttonFill[3] = {Rgb(0xFFFFFF, 0.0f), Rgb(0xE8F1FF), Rgb(0xD2E3FF)};
+  const TColor buttonFill[3] = {Rgb(0xF0F2F5), Rgb(0xE8F1FF), Rgb(0xD2E3FF)};
   for (int s = 0; s < 3; ++s) {
     const std::string base = std::string("SmartSearchButton") + buttonStates[s];
     const TColor fill = buttonFill[s];
