@@ -3,6 +3,8 @@
 // 64-bit geometry on which the strip's layout runs. The controls work in single
 // precision; the conversion happens where attributes reach them.
 
+#include "toolkit/Types.h"
+
 namespace qx {
 
 struct TPointD {
@@ -55,20 +57,8 @@ struct TRectD {
   constexpr bool operator==(const TRectD&) const = default;
 };
 
-// Single-precision point and rectangle of the controls' side, member for member
-// like the toolkit's TPointF and TRectF.
-struct TSinglePoint {
-  float X = 0;
-  float Y = 0;
-  constexpr bool operator==(const TSinglePoint&) const = default;
-};
-
-struct TSingleRect {
-  float Left = 0;
-  float Top = 0;
-  float Right = 0;
-  float Bottom = 0;
-  constexpr bool operator==(const TSingleRect&) const = default;
-};
+// The controls' single-precision types, under the names the layout uses for them.
+using TSinglePoint = TPointF;
+using TSingleRect = TRectF;
 
 }  // namespace qx
