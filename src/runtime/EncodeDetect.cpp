@@ -13,7 +13,7 @@ constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
 
 // Skips bytes below 128 eight at a time; they are single characters to every scorer
 // except UTF-7, which has its own table.
-std::int64_t SkipAscii(const std::uint8_t* d, std::int64_t i, std::int64_t n) {
+inline std::int64_t SkipAscii(const std::uint8_t* d, std::int64_t i, std::int64_t n) {
   while (i + 8 <= n) {
     std::uint64_t w;
     std::memcpy(&w, d + i, 8);
@@ -27,22 +27,37 @@ std::int64_t SkipAscii(const std::uint8_t* d, std::int64_t i, std::int64_t n) {
 bool InRange(std::uint8_t b, int lo, int hi) { return b >= lo && b <= hi; }
 
 // UTF-7 byte classes outside base-64 state.
-enum : std::uint8_t { kDirect, kForbidden, kShiftIn };
+enum : std::uint8_t { kDirect = 0, kForbidden = 1, kShiftIn = 2 };
+// Lead byte classes of the Japanese scorers.
+enum : std::uint8_t { kSingle, kKana, kPair, kKanaPair, kTriple, kInvalid };
 
-struct TUtf7Tables {
-  std::uint8_t Direct[256];
+struct TTables {
+  std::uint8_t Utf7Direct[256];
   bool Base64[256];
-  constexpr TUtf7Tables() : Direct{}, Base64{} {
+  std::uint8_t SjisLead[256];
+  bool SjisTrail[256];
+  std::uint8_t EucLead[256];
+  constexpr TTables() : Utf7Direct{}, Base64{}, SjisLead{}, SjisTrail{}, EucLead{} {
     for (int b = 0; b < 256; ++b) {
       const bool forbidden = b >= 128 || (b >= 33 && b <= 38) || b == 42 || (b >= 59 && b <= 62) || b == 64 ||
                              (b >= 91 && b <= 96) || (b >= 123 && b <= 126);
-      Direct[b] = b == '+' ? kShiftIn : forbidden ? kForbidden : kDirect;
+      Utf7Direct[b] = b == '+' ? kShiftIn : forbidden ? kForbidden : kDirect;
       Base64[b] = (b >= 'A' && b <= 'Z') || (b >= 'a' && b <= 'z') || (b >= '0' && b <= '9') || b == '+' || b == '/';
+      SjisLead[b] = b < 128                                           ? kSingle
+                    : (b >= 161 && b <= 223)                          ? kKana
+                    : ((b >= 129 && b <= 159) || (b >= 224 && b <= 252)) ? kPair
+                                                                        : kInvalid;
+      SjisTrail[b] = (b >= 64 && b <= 126) || (b >= 128 && b <= 252);
+      EucLead[b] = b < 128                 ? kSingle
+                   : (b >= 161 && b <= 254) ? kPair
+                   : b == 142               ? kKanaPair
+                   : b == 143               ? kTriple
+                                            : kInvalid;
     }
   }
 };
 
-constexpr TUtf7Tables kUtf7;
+constexpr TTables kTables;
 
 bool HasEscapeOrHighByte(std::uint64_t w) {
   // A byte equal to 0x1B, found with the usual zero-byte test on w ^ 0x1B..1B.
@@ -103,16 +118,16 @@ TEncodeScore ScoreShiftJIS(const std::uint8_t* d, std::int32_t Last, std::uint8_
   if (Exclude & kExcludeShiftJIS) return TEncodeScore{0, false};
   const std::int64_t n = static_cast<std::int64_t>(Last) + 1;
   std::int64_t i = 0;
-  while ((i = SkipAscii(d, i, n)) < n) {
+  while (i < n) {
     const std::uint8_t b = d[i];
-    if (InRange(b, 161, 223)) {  // half-width katakana
-      ++i;
-      continue;
+    switch (kTables.SjisLead[b]) {
+      case kSingle: i = SkipAscii(d, i + 1, n); continue;
+      case kKana: ++i; continue;  // half-width katakana
+      case kInvalid: return s.Valid = false, s;
+      default: break;
     }
-    if (!InRange(b, 129, 159) && !InRange(b, 224, 252)) return s.Valid = false, s;
     if (i + 1 >= n) break;  // a pair cut off by the end
-    const std::uint8_t t = d[i + 1];
-    if (!InRange(t, 64, 126) && !InRange(t, 128, 252)) return s.Valid = false, s;
+    if (!kTables.SjisTrail[d[i + 1]]) return s.Valid = false, s;
     s.Score += 2;
     i += 2;
   }
@@ -124,22 +139,28 @@ TEncodeScore ScoreEUCJP(const std::uint8_t* d, std::int32_t Last, std::uint8_t E
   if (Exclude & kExcludeEUCJP) return TEncodeScore{0, false};
   const std::int64_t n = static_cast<std::int64_t>(Last) + 1;
   std::int64_t i = 0;
-  while ((i = SkipAscii(d, i, n)) < n) {
+  while (i < n) {
     const std::uint8_t b = d[i];
-    if (InRange(b, 161, 254) || b == 142) {
-      if (i + 1 >= n) break;
-      const std::uint8_t t = d[i + 1];
-      if (b == 142 ? !InRange(t, 161, 223) : !InRange(t, 161, 254)) return s.Valid = false, s;
-      s.Score += 2;
-      i += 2;
-    } else if (b == 143) {
-      if (i + 2 >= n) break;
-      if (!InRange(d[i + 1], 161, 254) || !InRange(d[i + 2], 161, 254)) return s.Valid = false, s;
-      s.Score += 3;
-      i += 3;
-    } else {
-      return s.Valid = false, s;
+    switch (kTables.EucLead[b]) {
+      case kSingle: i = SkipAscii(d, i + 1, n); continue;
+      case kInvalid: return s.Valid = false, s;
+      case kPair:
+        if (i + 1 >= n) return s;
+        if (!InRange(d[i + 1], 161, 254)) return s.Valid = false, s;
+        break;
+      case kKanaPair:  // 142: half-width katakana
+        if (i + 1 >= n) return s;
+        if (!InRange(d[i + 1], 161, 223)) return s.Valid = false, s;
+        break;
+      default:  // 143: three bytes
+        if (i + 2 >= n) return s;
+        if (!InRange(d[i + 1], 161, 254) || !InRange(d[i + 2], 161, 254)) return s.Valid = false, s;
+        s.Score += 3;
+        i += 3;
+        continue;
     }
+    s.Score += 2;
+    i += 2;
   }
   return s;
 }
@@ -149,8 +170,12 @@ TEncodeScore ScoreUTF8(const std::uint8_t* d, std::int32_t Last, std::uint8_t Ex
   if (Exclude & kExcludeUTF8) return TEncodeScore{0, false};
   const std::int64_t n = static_cast<std::int64_t>(Last) + 1;
   std::int64_t i = 0;
-  while ((i = SkipAscii(d, i, n)) < n) {
+  while (i < n) {
     const std::uint8_t b = d[i];
+    if (b < 0x80) {
+      i = SkipAscii(d, i + 1, n);
+      continue;
+    }
     int extra;
     if (InRange(b, 192, 223)) extra = 1;
     else if (InRange(b, 224, 239)) extra = 2;
@@ -158,7 +183,7 @@ TEncodeScore ScoreUTF8(const std::uint8_t* d, std::int32_t Last, std::uint8_t Ex
     else return s.Valid = false, s;
     if (i + extra >= n) break;  // cut off by the end: neither counted nor broken
     for (int k = 1; k <= extra; ++k) {
-      if (!InRange(d[i + k], 128, 191)) return s.Valid = false, s;
+      if ((d[i + k] & 0xC0) != 0x80) return s.Valid = false, s;
     }
     s.Score += extra + 1;
     i += extra + 1;
@@ -171,14 +196,24 @@ TEncodeScore ScoreUTF7(const std::uint8_t* d, std::int32_t Last, std::uint8_t Ex
   if (Exclude & kExcludeUTF7) return TEncodeScore{0, false};
   const std::int64_t n = static_cast<std::int64_t>(Last) + 1;
   bool base64 = false;
-  for (std::int64_t i = 0; i < n; ++i) {
-    const std::uint8_t b = d[i];
+  std::int64_t i = 0;
+  while (i < n) {
+    if (!base64) {
+      // Eight plain bytes at a time: any byte that is not plain shows in the OR.
+      while (i + 8 <= n && (kTables.Utf7Direct[d[i]] | kTables.Utf7Direct[d[i + 1]] | kTables.Utf7Direct[d[i + 2]] |
+                            kTables.Utf7Direct[d[i + 3]] | kTables.Utf7Direct[d[i + 4]] | kTables.Utf7Direct[d[i + 5]] |
+                            kTables.Utf7Direct[d[i + 6]] | kTables.Utf7Direct[d[i + 7]]) == kDirect) {
+        i += 8;
+      }
+      if (i >= n) break;
+    }
+    const std::uint8_t b = d[i++];
     if (base64) {
       if (b == '-') base64 = false;
-      else if (kUtf7.Base64[b]) s.Score += 2;
+      else if (kTables.Base64[b]) s.Score += 2;
       else return s.Valid = false, s;
     } else {
-      switch (kUtf7.Direct[b]) {
+      switch (kTables.Utf7Direct[b]) {
         case kShiftIn: base64 = true; break;
         case kForbidden: return s.Valid = false, s;
         default: break;

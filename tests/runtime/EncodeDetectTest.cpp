@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstdlib>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -115,6 +117,84 @@ TEST(EncodeDetectScorers, ExcludedScorersAreInvalid) {
   EXPECT_FALSE(ScoreUTF7(d, 2, kExcludeUTF7).Valid);
   EXPECT_TRUE(ScoreUTF8(d, -1, 0).Valid);
   EXPECT_EQ(Detect("+ZeVnLIqe-", kExcludeUTF7), kEncodeUnknown);
+}
+
+// Byte-by-byte scorers written straight from their rules, against which the fast ones
+// are checked on random buffers.
+TEncodeScore ReferenceScore(int kind, const std::string& d) {
+  TEncodeScore s;
+  const std::size_t n = d.size();
+  auto at = [&d](std::size_t i) { return static_cast<unsigned char>(d[i]); };
+  auto in = [](unsigned b, unsigned lo, unsigned hi) { return b >= lo && b <= hi; };
+  bool base64 = false;
+  for (std::size_t i = 0; i < n;) {
+    const unsigned b = at(i);
+    if (kind == 0) {  // Shift-JIS
+      if (b < 128 || in(b, 161, 223)) { ++i; continue; }
+      if (!in(b, 129, 159) && !in(b, 224, 252)) return TEncodeScore{s.Score, false};
+      if (i + 1 >= n) break;
+      if (!in(at(i + 1), 64, 126) && !in(at(i + 1), 128, 252)) return TEncodeScore{s.Score, false};
+      s.Score += 2, i += 2;
+    } else if (kind == 1) {  // EUC-JP
+      if (b < 128) { ++i; continue; }
+      const std::size_t len = b == 143 ? 3 : 2;
+      if (!in(b, 161, 254) && b != 142 && b != 143) return TEncodeScore{s.Score, false};
+      if (i + len - 1 >= n) break;
+      for (std::size_t k = 1; k < len; ++k) {
+        if (!in(at(i + k), 161, b == 142 ? 223 : 254)) return TEncodeScore{s.Score, false};
+      }
+      s.Score += static_cast<std::int32_t>(len), i += len;
+    } else if (kind == 2) {  // UTF-8
+      const std::size_t extra = b < 128 ? 0 : in(b, 192, 223) ? 1 : in(b, 224, 239) ? 2 : in(b, 240, 247) ? 3 : 9;
+      if (extra == 9) return TEncodeScore{s.Score, false};
+      if (extra == 0) { ++i; continue; }
+      if (i + extra >= n) break;
+      for (std::size_t k = 1; k <= extra; ++k) {
+        if (!in(at(i + k), 128, 191)) return TEncodeScore{s.Score, false};
+      }
+      s.Score += static_cast<std::int32_t>(extra + 1), i += extra + 1;
+    } else {  // UTF-7
+      ++i;
+      if (b >= 128) return TEncodeScore{s.Score, false};
+      if (base64) {
+        if (b == '-') base64 = false;
+        else if (std::isalnum(static_cast<int>(b)) || b == '+' || b == '/') s.Score += 2;
+        else return TEncodeScore{s.Score, false};
+      } else if (b == '+') {
+        base64 = true;
+      } else if (in(b, 33, 38) || b == 42 || in(b, 59, 62) || b == 64 || in(b, 91, 96) || in(b, 123, 126)) {
+        return TEncodeScore{s.Score, false};
+      }
+    }
+  }
+  return s;
+}
+
+TEST(EncodeDetectScorers, MatchTheirRulesOnRandomBuffers) {
+  std::mt19937 rng(7);
+  const auto scorers = {ScoreShiftJIS, ScoreEUCJP, ScoreUTF8, ScoreUTF7};
+  for (int round = 0; round < 3000; ++round) {
+    // Mostly one byte family per buffer, so that scorers get far before breaking.
+    const int family = round % 5;
+    std::string d(rng() % 40, '\0');
+    for (char& c : d) {
+      const unsigned r = rng();
+      switch (family) {
+        case 0: c = static_cast<char>(r % 128); break;
+        case 1: c = static_cast<char>(r % 3 ? 0x80 + r % 128 : 'a' + r % 26); break;
+        case 2: c = static_cast<char>(r % 2 ? 0xA1 + r % 94 : 0x8E + r % 2); break;
+        case 3: c = static_cast<char>(r % 4 ? "+AZaz09/-"[r % 9] : ' '); break;
+        default: c = static_cast<char>(r); break;
+      }
+    }
+    int kind = 0;
+    for (auto scorer : scorers) {
+      const TEncodeScore fast = Score(scorer, d), slow = ReferenceScore(kind, d);
+      ASSERT_EQ(fast.Score, slow.Score) << kind << " round " << round;
+      ASSERT_EQ(fast.Valid, slow.Valid) << kind << " round " << round;
+      ++kind;
+    }
+  }
 }
 
 TEST(EncodeDetectVerdicts, JapaneseSamples) {
