@@ -24,9 +24,13 @@ std::string SiteList(int AEntries) {
                   "        \"query\": \"https://site%d.example.com/search?q={searchTerms}&page=%d\",\r\n"
                   "        \"encode\": \"%s\",\r\n        \"site_list\" : [\r\n"
                   "            \"https?:\\\\/\\\\/(www\\\\.)?site%d\\\\.example\\\\.com\\\\/.*\",\r\n"
-                  "            \"https?:\\\\/\\\\/m\\\\.site%d\\\\.example\\\\.com\\\\/.*\"\r\n        ]\r\n    }%s\r\n",
-                  i, i, i % 7, i % 3 == 0 ? "utf-8" : i % 3 == 1 ? "shift_jis" : "euc-jp", i, i,
-                  i + 1 < AEntries ? "," : "");
+                  "            \"https?:\\\\/\\\\/m\\\\.site%d\\\\.example\\\\.com\\\\/.*\"\r\n        ]\r\n "
+                  "   }%s\r\n",
+                  i, i, i % 7,
+                  i % 3 == 0   ? "utf-8"
+                  : i % 3 == 1 ? "shift_jis"
+                               : "euc-jp",
+                  i, i, i + 1 < AEntries ? "," : "");
     out += buf;
   }
   return out + "]";
@@ -35,16 +39,18 @@ std::string SiteList(int AEntries) {
 std::string MixedDocument(std::size_t ABytes) {
   std::mt19937 rng(20261122);
   auto pick = [&rng](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
-  static const char* const kWords[] = {"tab", "preview", "strip", "cabinet", "search", "engine", "favicon",
-                                       "\\u30bf\\u30d6", "\xe6\x97\xa5\xe6\x9c\xac", "line\\nbreak", "quote\\\"d",
-                                       "path\\/to", "caf\xc3\xa9"};
+  static const char* const kWords[] = {"tab",          "preview",        "strip",
+                                       "cabinet",      "search",         "engine",
+                                       "favicon",      "\\u30bf\\u30d6", "\xe6\x97\xa5\xe6\x9c\xac",
+                                       "line\\nbreak", "quote\\\"d",     "path\\/to",
+                                       "caf\xc3\xa9"};
   std::string out = "{\"items\":[";
   char buf[256];
   for (int item = 0; out.size() < ABytes; ++item) {
     if (item) out += ',';
-    std::snprintf(buf, sizeof buf, "{\"id\":%d,\"guid\":\"{%08X-%04X-4%03X-8%03X-%012X}\",\"score\":%d.%03d,", item,
-                  static_cast<unsigned>(rng()), pick(0x10000), pick(0x1000), pick(0x1000), static_cast<unsigned>(rng()),
-                  pick(100000) - 50000, pick(1000));
+    std::snprintf(buf, sizeof buf, "{\"id\":%d,\"guid\":\"{%08X-%04X-4%03X-8%03X-%012X}\",\"score\":%d.%03d,",
+                  item, static_cast<unsigned>(rng()), pick(0x10000), pick(0x1000), pick(0x1000),
+                  static_cast<unsigned>(rng()), pick(100000) - 50000, pick(1000));
     out += buf;
     out += "\"title\":\"";
     for (int w = 0, n = 3 + pick(8); w < n; ++w) {

@@ -2,15 +2,15 @@
 // nlohmann::json, and charset detection beside uchardet, on the same inputs.
 
 #include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 #include <uchardet.h>
 
 #include <cstdio>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 #include <string>
 #include <vector>
 
@@ -148,11 +148,21 @@ const std::string& Sample(int ASample, std::size_t ABytes) {
     const std::string japanese(test::kJapaneseUtf8);
     std::string base;
     switch (ASample) {
-      case kUtf8: base = japanese; break;
-      case kShiftJIS: base = Iconv(japanese, "SHIFT_JIS"); break;
-      case kEucJP: base = Iconv(japanese, "EUC-JP"); break;
-      case kIso2022JP: base = Iconv(japanese, "ISO-2022-JP"); break;
-      default: base = AsciiPageText(); break;
+      case kUtf8:
+        base = japanese;
+        break;
+      case kShiftJIS:
+        base = Iconv(japanese, "SHIFT_JIS");
+        break;
+      case kEucJP:
+        base = Iconv(japanese, "EUC-JP");
+        break;
+      case kIso2022JP:
+        base = Iconv(japanese, "ISO-2022-JP");
+        break;
+      default:
+        base = AsciiPageText();
+        break;
     }
     slot = Repeat(base, ABytes);
   }
@@ -160,7 +170,8 @@ const std::string& Sample(int ASample, std::size_t ABytes) {
 }
 
 int QxDetect(const std::string& bytes) {
-  return DetectEncoding(reinterpret_cast<const std::uint8_t*>(bytes.data()), static_cast<std::int32_t>(bytes.size()) - 1, 0);
+  return DetectEncoding(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                        static_cast<std::int32_t>(bytes.size()) - 1, 0);
 }
 
 std::string UchardetDetect(const std::string& bytes) {
@@ -174,29 +185,42 @@ std::string UchardetDetect(const std::string& bytes) {
 
 const char* QxName(int code) {
   switch (code) {
-    case kEncodeShiftJIS: return "SHIFT-JIS";
-    case kEncodeEUCJP: return "EUC-JP";
-    case kEncodeISO2022JP: return "ISO-2022-JP";
-    case kEncodeUTF16LE: return "UTF-16LE (mark)";
-    case kEncodeUTF16BE: return "UTF-16BE (mark)";
-    case kEncodeUTF8: return "UTF-8";
-    case kEncodeUTF8BOM: return "UTF-8 (mark)";
-    case kEncodeUTF32LE: return "UTF-32LE (mark)";
-    case kEncodeUTF32BE: return "UTF-32BE (mark)";
-    case kEncodeUTF7: return "UTF-7";
-    default: return "unknown";
+    case kEncodeShiftJIS:
+      return "SHIFT-JIS";
+    case kEncodeEUCJP:
+      return "EUC-JP";
+    case kEncodeISO2022JP:
+      return "ISO-2022-JP";
+    case kEncodeUTF16LE:
+      return "UTF-16LE (mark)";
+    case kEncodeUTF16BE:
+      return "UTF-16BE (mark)";
+    case kEncodeUTF8:
+      return "UTF-8";
+    case kEncodeUTF8BOM:
+      return "UTF-8 (mark)";
+    case kEncodeUTF32LE:
+      return "UTF-32LE (mark)";
+    case kEncodeUTF32BE:
+      return "UTF-32BE (mark)";
+    case kEncodeUTF7:
+      return "UTF-7";
+    default:
+      return "unknown";
   }
 }
 
 void DetectQx(benchmark::State& state) {
-  const std::string& bytes = Sample(static_cast<int>(state.range(0)), static_cast<std::size_t>(state.range(1)));
+  const std::string& bytes =
+      Sample(static_cast<int>(state.range(0)), static_cast<std::size_t>(state.range(1)));
   for (auto _ : state) benchmark::DoNotOptimize(QxDetect(bytes));
   SetBytes(state, bytes.size());
   state.SetLabel(QxName(QxDetect(bytes)));
 }
 
 void DetectUchardet(benchmark::State& state) {
-  const std::string& bytes = Sample(static_cast<int>(state.range(0)), static_cast<std::size_t>(state.range(1)));
+  const std::string& bytes =
+      Sample(static_cast<int>(state.range(0)), static_cast<std::size_t>(state.range(1)));
   uchardet_t ud = uchardet_new();
   for (auto _ : state) {
     uchardet_reset(ud);
@@ -237,7 +261,8 @@ void RegisterAll() {
   for (const auto* group : {parses, writes}) {
     for (int doc = 0; doc < 3; ++doc) {
       for (int k = 0; k < 4; ++k) {
-        benchmark::RegisterBenchmark((std::string(group[k].name) + "/" + kDocumentNames[doc]).c_str(), group[k].fn)
+        benchmark::RegisterBenchmark((std::string(group[k].name) + "/" + kDocumentNames[doc]).c_str(),
+                                     group[k].fn)
             ->Arg(doc)
             ->Unit(benchmark::kMicrosecond);
       }
@@ -245,9 +270,11 @@ void RegisterAll() {
   }
   for (int sample = 0; sample < kSampleCount; ++sample) {
     for (std::int64_t size : kSizes) {
-      const std::string suffix = std::string("/") + kSampleNames[sample] + "/" + std::to_string(size / 1024) + "KB";
+      const std::string suffix =
+          std::string("/") + kSampleNames[sample] + "/" + std::to_string(size / 1024) + "KB";
       benchmark::RegisterBenchmark(("detect/qx" + suffix).c_str(), DetectQx)->Args({sample, size});
-      benchmark::RegisterBenchmark(("detect/uchardet" + suffix).c_str(), DetectUchardet)->Args({sample, size});
+      benchmark::RegisterBenchmark(("detect/uchardet" + suffix).c_str(), DetectUchardet)
+          ->Args({sample, size});
     }
   }
   benchmark::RegisterBenchmark("detect/query_charset", DetectQuery);
@@ -263,8 +290,9 @@ void PrintVerdictTable() {
       const char* qx = QxName(QxDetect(bytes));
       const std::string expected = kExpected[sample];
       allRight = allRight && (expected.rfind(qx, 0) == 0);
-      std::printf("%-14s %-6s %-18s %-16s %s\n", kSampleNames[sample], (std::to_string(size / 1024) + "KB").c_str(),
-                  kExpected[sample], qx, UchardetDetect(bytes).c_str());
+      std::printf("%-14s %-6s %-18s %-16s %s\n", kSampleNames[sample],
+                  (std::to_string(size / 1024) + "KB").c_str(), kExpected[sample], qx,
+                  UchardetDetect(bytes).c_str());
     }
   }
   std::printf("Module detector right on every sample: %s\n\n", allRight ? "yes" : "NO");

@@ -18,7 +18,8 @@ inline std::u16string TextOf(const std::uint8_t* data, std::size_t size) {
   ++data, --size;
   if (!utf16) return FromUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
   std::u16string text(size / 2, u'\0');
-  for (std::size_t i = 0; i < text.size(); ++i) text[i] = static_cast<char16_t>(data[2 * i] | data[2 * i + 1] << 8);
+  for (std::size_t i = 0; i < text.size(); ++i)
+    text[i] = static_cast<char16_t>(data[2 * i] | data[2 * i + 1] << 8);
   return text;
 }
 

@@ -17,7 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::abort();
   }
   // The file path: bytes decoded by their byte order mark, then parsed.
-  const std::u16string decoded = DecodeJSONFileText(std::string_view(reinterpret_cast<const char*>(data), size));
+  const std::u16string decoded =
+      DecodeJSONFileText(std::string_view(reinterpret_cast<const char*>(data), size));
   TJSONParser::ParseJSONText(decoded, message, value);
   // Scalars through the factories of a parse context.
   TJSONParseContext context(text);

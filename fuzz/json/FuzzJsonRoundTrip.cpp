@@ -37,7 +37,8 @@ bool SameTree(IJSONValue* a, IJSONValue* b) {
     } else if (x->IsArray()) {
       const ComPtr<IJSONArray> ax = x->AsArray(), ay = y->AsArray();
       if (ax->GetCount() != ay->GetCount()) return false;
-      for (std::int32_t i = 0; i < ax->GetCount(); ++i) work.emplace_back(ax->GetItem(i).get(), ay->GetItem(i).get());
+      for (std::int32_t i = 0; i < ax->GetCount(); ++i)
+        work.emplace_back(ax->GetItem(i).get(), ay->GetItem(i).get());
     } else if (x->GetText() != y->GetText()) {
       return false;
     }

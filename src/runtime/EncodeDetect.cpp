@@ -42,13 +42,14 @@ struct TTables {
       const bool forbidden = b >= 128 || (b >= 33 && b <= 38) || b == 42 || (b >= 59 && b <= 62) || b == 64 ||
                              (b >= 91 && b <= 96) || (b >= 123 && b <= 126);
       Utf7Direct[b] = b == '+' ? kShiftIn : forbidden ? kForbidden : kDirect;
-      Base64[b] = (b >= 'A' && b <= 'Z') || (b >= 'a' && b <= 'z') || (b >= '0' && b <= '9') || b == '+' || b == '/';
-      SjisLead[b] = b < 128                                           ? kSingle
-                    : (b >= 161 && b <= 223)                          ? kKana
+      Base64[b] =
+          (b >= 'A' && b <= 'Z') || (b >= 'a' && b <= 'z') || (b >= '0' && b <= '9') || b == '+' || b == '/';
+      SjisLead[b] = b < 128                                              ? kSingle
+                    : (b >= 161 && b <= 223)                             ? kKana
                     : ((b >= 129 && b <= 159) || (b >= 224 && b <= 252)) ? kPair
-                                                                        : kInvalid;
+                                                                         : kInvalid;
       SjisTrail[b] = (b >= 64 && b <= 126) || (b >= 128 && b <= 252);
-      EucLead[b] = b < 128                 ? kSingle
+      EucLead[b] = b < 128                  ? kSingle
                    : (b >= 161 && b <= 254) ? kPair
                    : b == 142               ? kKanaPair
                    : b == 143               ? kTriple
@@ -104,7 +105,8 @@ bool ScanISO2022JP(const std::uint8_t* d, std::int32_t Last) {
         if (b1 == 0x24 && (b2 == 0x40 || b2 == 0x42)) return true;
       }
       if (follow >= 3 && b1 == 0x24 && b2 == 0x28 && d[i + 3] == 0x44) return true;
-      if (follow >= 5 && b1 == 0x26 && b2 == 0x40 && d[i + 3] == 0x1B && d[i + 4] == 0x24 && d[i + 5] == 0x42) {
+      if (follow >= 5 && b1 == 0x26 && b2 == 0x40 && d[i + 3] == 0x1B && d[i + 4] == 0x24 &&
+          d[i + 5] == 0x42) {
         return true;
       }
     }
@@ -121,10 +123,16 @@ TEncodeScore ScoreShiftJIS(const std::uint8_t* d, std::int32_t Last, std::uint8_
   while (i < n) {
     const std::uint8_t b = d[i];
     switch (kTables.SjisLead[b]) {
-      case kSingle: i = SkipAscii(d, i + 1, n); continue;
-      case kKana: ++i; continue;  // half-width katakana
-      case kInvalid: return s.Valid = false, s;
-      default: break;
+      case kSingle:
+        i = SkipAscii(d, i + 1, n);
+        continue;
+      case kKana:
+        ++i;
+        continue;  // half-width katakana
+      case kInvalid:
+        return s.Valid = false, s;
+      default:
+        break;
     }
     if (i + 1 >= n) break;  // a pair cut off by the end
     if (!kTables.SjisTrail[d[i + 1]]) return s.Valid = false, s;
@@ -142,8 +150,11 @@ TEncodeScore ScoreEUCJP(const std::uint8_t* d, std::int32_t Last, std::uint8_t E
   while (i < n) {
     const std::uint8_t b = d[i];
     switch (kTables.EucLead[b]) {
-      case kSingle: i = SkipAscii(d, i + 1, n); continue;
-      case kInvalid: return s.Valid = false, s;
+      case kSingle:
+        i = SkipAscii(d, i + 1, n);
+        continue;
+      case kInvalid:
+        return s.Valid = false, s;
       case kPair:
         if (i + 1 >= n) return s;
         if (!InRange(d[i + 1], 161, 254)) return s.Valid = false, s;
@@ -177,10 +188,14 @@ TEncodeScore ScoreUTF8(const std::uint8_t* d, std::int32_t Last, std::uint8_t Ex
       continue;
     }
     int extra;
-    if (InRange(b, 192, 223)) extra = 1;
-    else if (InRange(b, 224, 239)) extra = 2;
-    else if (InRange(b, 240, 247)) extra = 3;
-    else return s.Valid = false, s;
+    if (InRange(b, 192, 223))
+      extra = 1;
+    else if (InRange(b, 224, 239))
+      extra = 2;
+    else if (InRange(b, 240, 247))
+      extra = 3;
+    else
+      return s.Valid = false, s;
     if (i + extra >= n) break;  // cut off by the end: neither counted nor broken
     for (int k = 1; k <= extra; ++k) {
       if ((d[i + k] & 0xC0) != 0x80) return s.Valid = false, s;
@@ -200,23 +215,31 @@ TEncodeScore ScoreUTF7(const std::uint8_t* d, std::int32_t Last, std::uint8_t Ex
   while (i < n) {
     if (!base64) {
       // Eight plain bytes at a time: any byte that is not plain shows in the OR.
-      while (i + 8 <= n && (kTables.Utf7Direct[d[i]] | kTables.Utf7Direct[d[i + 1]] | kTables.Utf7Direct[d[i + 2]] |
-                            kTables.Utf7Direct[d[i + 3]] | kTables.Utf7Direct[d[i + 4]] | kTables.Utf7Direct[d[i + 5]] |
-                            kTables.Utf7Direct[d[i + 6]] | kTables.Utf7Direct[d[i + 7]]) == kDirect) {
+      while (i + 8 <= n &&
+             (kTables.Utf7Direct[d[i]] | kTables.Utf7Direct[d[i + 1]] | kTables.Utf7Direct[d[i + 2]] |
+              kTables.Utf7Direct[d[i + 3]] | kTables.Utf7Direct[d[i + 4]] | kTables.Utf7Direct[d[i + 5]] |
+              kTables.Utf7Direct[d[i + 6]] | kTables.Utf7Direct[d[i + 7]]) == kDirect) {
         i += 8;
       }
       if (i >= n) break;
     }
     const std::uint8_t b = d[i++];
     if (base64) {
-      if (b == '-') base64 = false;
-      else if (kTables.Base64[b]) s.Score += 2;
-      else return s.Valid = false, s;
+      if (b == '-')
+        base64 = false;
+      else if (kTables.Base64[b])
+        s.Score += 2;
+      else
+        return s.Valid = false, s;
     } else {
       switch (kTables.Utf7Direct[b]) {
-        case kShiftIn: base64 = true; break;
-        case kForbidden: return s.Valid = false, s;
-        default: break;
+        case kShiftIn:
+          base64 = true;
+          break;
+        case kForbidden:
+          return s.Valid = false, s;
+        default:
+          break;
       }
     }
   }
@@ -236,7 +259,8 @@ int DetectEncoding(const std::uint8_t* Data, std::int32_t Last, std::uint8_t Exc
   const TEncodeScore utf7 = ScoreUTF7(Data, Last, Exclude);
   // The first test sets the result; the later ones only fill an empty one.
   int result = kEncodeUnknown;
-  if (euc.Score > sjis.Score && euc.Score > utf8.Score && euc.Score > utf7.Score && euc.Valid) result = kEncodeEUCJP;
+  if (euc.Score > sjis.Score && euc.Score > utf8.Score && euc.Score > utf7.Score && euc.Valid)
+    result = kEncodeEUCJP;
   if (sjis.Score > euc.Score && sjis.Score > utf8.Score && sjis.Score > utf7.Score && sjis.Valid &&
       result == kEncodeUnknown) {
     result = kEncodeShiftJIS;
@@ -288,10 +312,14 @@ std::string PercentDecodeQuery(std::string_view Bytes) {
     for (; k < end; ++k) {
       const char c = Bytes[k];
       unsigned digit;
-      if (c >= '0' && c <= '9') digit = static_cast<unsigned>(c - '0');
-      else if (c >= 'a' && c <= 'f') digit = static_cast<unsigned>(c - 'a' + 10);
-      else if (c >= 'A' && c <= 'F') digit = static_cast<unsigned>(c - 'A' + 10);
-      else break;
+      if (c >= '0' && c <= '9')
+        digit = static_cast<unsigned>(c - '0');
+      else if (c >= 'a' && c <= 'f')
+        digit = static_cast<unsigned>(c - 'a' + 10);
+      else if (c >= 'A' && c <= 'F')
+        digit = static_cast<unsigned>(c - 'A' + 10);
+      else
+        break;
       value = value * 16 + digit;
     }
     out += static_cast<char>(value);
@@ -306,9 +334,14 @@ void DetectQueryCharset(const std::u16string& Text, std::u16string& Charset) {
   if (bytes.empty()) return;
   const std::int32_t last = static_cast<std::int32_t>(std::min<std::size_t>(bytes.size(), 1024) - 1);
   switch (DetectEncoding(reinterpret_cast<const std::uint8_t*>(bytes.data()), last, 0)) {
-    case kEncodeShiftJIS: Charset = u"SHIFT-JIS"; break;
-    case kEncodeEUCJP: Charset = u"EUC-JP"; break;
-    default: break;  // UTF-8, and the default for anything else
+    case kEncodeShiftJIS:
+      Charset = u"SHIFT-JIS";
+      break;
+    case kEncodeEUCJP:
+      Charset = u"EUC-JP";
+      break;
+    default:
+      break;  // UTF-8, and the default for anything else
   }
 }
 

@@ -57,9 +57,10 @@ ComPtr<IJSONValue> TJSONArrayImpl::Extract(const ComPtr<IJSONValue>& Value) {
 
 void TJSONArrayImpl::Sort(const TJSONValueComparison& AComparison) {
   if (!AComparison) return;
-  std::stable_sort(FList.begin(), FList.end(), [&AComparison](const ComPtr<IJSONValue>& a, const ComPtr<IJSONValue>& b) {
-    return AComparison(a.get(), b.get()) < 0;
-  });
+  std::stable_sort(FList.begin(), FList.end(),
+                   [&AComparison](const ComPtr<IJSONValue>& a, const ComPtr<IJSONValue>& b) {
+                     return AComparison(a.get(), b.get()) < 0;
+                   });
 }
 
 ComPtr<IJSONArray> TJSONArrayImpl::GetArray(std::int32_t Index) {
@@ -124,10 +125,13 @@ void TJSONArrayImpl::SetFloat(std::int32_t Index, long double Value) {
   SetItem(Index, MakeCom<TJSONNumberImpl>(Value));
 }
 
-void TJSONArrayImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) {
+void TJSONArrayImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder,
+                                   bool InArray) {
   json_detail::BuildContainer(nullptr, this, AOption, ABuilder, InArray);
 }
 
-void TJSONArrayImpl::WalkValues(IJSONValueVisitor& AVisitor) { json_detail::WalkContainer(nullptr, this, AVisitor); }
+void TJSONArrayImpl::WalkValues(IJSONValueVisitor& AVisitor) {
+  json_detail::WalkContainer(nullptr, this, AVisitor);
+}
 
 }  // namespace qx

@@ -11,10 +11,14 @@ constexpr std::string_view kBomUtf16BE("\xFE\xFF", 2);
 
 std::string_view BomOf(TJSONFileEncoding e) {
   switch (e) {
-    case TJSONFileEncoding::UTF8: return kBomUtf8;
-    case TJSONFileEncoding::UTF16LE: return kBomUtf16LE;
-    case TJSONFileEncoding::UTF16BE: return kBomUtf16BE;
-    case TJSONFileEncoding::Ansi: break;
+    case TJSONFileEncoding::UTF8:
+      return kBomUtf8;
+    case TJSONFileEncoding::UTF16LE:
+      return kBomUtf16LE;
+    case TJSONFileEncoding::UTF16BE:
+      return kBomUtf16BE;
+    case TJSONFileEncoding::Ansi:
+      break;
   }
   return {};
 }
@@ -43,16 +47,21 @@ std::u16string DecodeJSONFileText(std::string_view ABytes, TJSONFileEncoding AEn
   const std::string_view bom = BomOf(AEncoding);
   if (!bom.empty() && ABytes.substr(0, bom.size()) == bom) ABytes.remove_prefix(bom.size());
   switch (AEncoding) {
-    case TJSONFileEncoding::UTF8: return FromUtf8(ABytes);
-    case TJSONFileEncoding::UTF16LE: return DecodeUtf16(ABytes, false);
-    case TJSONFileEncoding::UTF16BE: return DecodeUtf16(ABytes, true);
-    case TJSONFileEncoding::Ansi: break;
+    case TJSONFileEncoding::UTF8:
+      return FromUtf8(ABytes);
+    case TJSONFileEncoding::UTF16LE:
+      return DecodeUtf16(ABytes, false);
+    case TJSONFileEncoding::UTF16BE:
+      return DecodeUtf16(ABytes, true);
+    case TJSONFileEncoding::Ansi:
+      break;
   }
   return DecodeAnsi(ABytes);
 }
 
 std::u16string DecodeJSONFileText(std::string_view ABytes) {
-  for (TJSONFileEncoding e : {TJSONFileEncoding::UTF8, TJSONFileEncoding::UTF16LE, TJSONFileEncoding::UTF16BE}) {
+  for (TJSONFileEncoding e :
+       {TJSONFileEncoding::UTF8, TJSONFileEncoding::UTF16LE, TJSONFileEncoding::UTF16BE}) {
     if (ABytes.substr(0, BomOf(e).size()) == BomOf(e)) return DecodeJSONFileText(ABytes, e);
   }
   return DecodeAnsi(ABytes);

@@ -47,8 +47,10 @@ long long LeadingExponent(std::string_view text) {
   }
   if (i < text.size() && text[i] == '.') {
     for (++i; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
-      if (!seenNonZero && text[i] == '0') ++leadingFractionZeros;
-      else seenNonZero = true;
+      if (!seenNonZero && text[i] == '0')
+        ++leadingFractionZeros;
+      else
+        seenNonZero = true;
     }
   }
   long long exp = 0;

@@ -78,7 +78,8 @@ std::size_t TJSONObjectDictionary::HashOf(std::u16string_view Name) {
   return static_cast<std::size_t>(h);
 }
 
-std::int32_t TJSONObjectDictionary::Find(std::u16string_view Name, const TJSONObjectNameValueList& Names) const {
+std::int32_t TJSONObjectDictionary::Find(std::u16string_view Name,
+                                         const TJSONObjectNameValueList& Names) const {
   if (FSlots.empty()) {
     for (std::int32_t i = 0; i < Names.Count(); ++i) {
       if (Names[static_cast<std::size_t>(i)].Name == Name) return i;
@@ -126,7 +127,8 @@ void TJSONObjectDictionary::Delete(std::int32_t Index, const TJSONObjectNameValu
   RebuildIndex(Names);
 }
 
-void TJSONObjectDictionary::Reorder(const std::vector<std::int32_t>& Order, const TJSONObjectNameValueList& Names) {
+void TJSONObjectDictionary::Reorder(const std::vector<std::int32_t>& Order,
+                                    const TJSONObjectNameValueList& Names) {
   std::vector<ComPtr<IJSONValue>> values;
   values.reserve(FValues.size());
   for (std::int32_t old : Order) values.push_back(std::move(FValues[static_cast<std::size_t>(old)]));
@@ -270,7 +272,8 @@ std::vector<TJSONObjectNameValue> TJSONObjectImpl::ToArray() {
   std::vector<TJSONObjectNameValue> out;
   out.reserve(static_cast<std::size_t>(FNames.Count()));
   for (std::int32_t i = 0; i < FNames.Count(); ++i) {
-    out.push_back(TJSONObjectNameValue{FNames[static_cast<std::size_t>(i)].Name, FDictionary[static_cast<std::size_t>(i)]});
+    out.push_back(TJSONObjectNameValue{FNames[static_cast<std::size_t>(i)].Name,
+                                       FDictionary[static_cast<std::size_t>(i)]});
   }
   return out;
 }
@@ -289,7 +292,8 @@ void TJSONObjectImpl::SortMembersByName() {
   std::vector<std::int32_t> order(items.size());
   std::iota(order.begin(), order.end(), 0);
   std::stable_sort(order.begin(), order.end(), [&items](std::int32_t a, std::int32_t b) {
-    return JSONAnsiCompareStr(items[static_cast<std::size_t>(a)].Name, items[static_cast<std::size_t>(b)].Name) < 0;
+    return JSONAnsiCompareStr(items[static_cast<std::size_t>(a)].Name,
+                              items[static_cast<std::size_t>(b)].Name) < 0;
   });
   std::vector<TJSONObjectNameValue> sorted;
   sorted.reserve(items.size());
@@ -299,10 +303,13 @@ void TJSONObjectImpl::SortMembersByName() {
   FSorted = true;
 }
 
-void TJSONObjectImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) {
+void TJSONObjectImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder,
+                                    bool InArray) {
   json_detail::BuildContainer(this, nullptr, AOption, ABuilder, InArray);
 }
 
-void TJSONObjectImpl::WalkValues(IJSONValueVisitor& AVisitor) { json_detail::WalkContainer(this, nullptr, AVisitor); }
+void TJSONObjectImpl::WalkValues(IJSONValueVisitor& AVisitor) {
+  json_detail::WalkContainer(this, nullptr, AVisitor);
+}
 
 }  // namespace qx

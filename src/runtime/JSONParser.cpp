@@ -51,8 +51,10 @@ std::string ShortenMantissa(const std::string& text) {
       continue;
     }
     if (!inFraction) ++pointShift;
-    if (digits.size() < kMaxMantissaDigits) digits += text[i];
-    else if (text[i] != '0') sticky = true;
+    if (digits.size() < kMaxMantissaDigits)
+      digits += text[i];
+    else if (text[i] != '0')
+      sticky = true;
   }
   if (digits.empty()) return out + "0";
   if (sticky) digits += '1';
@@ -81,7 +83,8 @@ std::filesystem::path PathOf(const std::u16string& name) {
 std::string ReadFileBytes(const std::u16string& name) {
   const std::filesystem::path path = PathOf(name);
   std::error_code ec;
-  if (std::filesystem::is_directory(path, ec)) throw EJsonFileError("Cannot read file \"" + ToUtf8(name) + "\".");
+  if (std::filesystem::is_directory(path, ec))
+    throw EJsonFileError("Cannot read file \"" + ToUtf8(name) + "\".");
   std::ifstream in(path, std::ios::binary);
   if (!in) throw EJsonFileError("Cannot open file \"" + ToUtf8(name) + "\".");
   std::ostringstream bytes;
@@ -102,7 +105,8 @@ EJsonParseError::EJsonParseError(std::u16string AMessage, std::int32_t ALine, st
 
 // --- TJSONParseContext: reading ---
 
-TJSONParseContext::TJSONParseContext(std::u16string_view AData) : FData(AData.data()), FDataLen(AData.size()) {
+TJSONParseContext::TJSONParseContext(std::u16string_view AData)
+    : FData(AData.data()), FDataLen(AData.size()) {
   FStringBuffer.reserve(kFirstStringBuffer);
 }
 
@@ -125,7 +129,8 @@ void TJSONParseContext::ConsumeWhiteSpaces() {
 }
 
 bool TJSONParseContext::MatchKeyword(std::u16string_view AWord) {
-  if (FDataLen - FCurrent < AWord.size() || std::u16string_view(FData + FCurrent, AWord.size()) != AWord) return false;
+  if (FDataLen - FCurrent < AWord.size() || std::u16string_view(FData + FCurrent, AWord.size()) != AWord)
+    return false;
   // Matched in place: the previous character stays what it was.
   FCurrent += AWord.size();
   Increment(FColumn, AWord.size());
@@ -186,14 +191,26 @@ bool TJSONParseContext::ScanString(std::u16string& AValue) {
     }
     c = GetChar();
     switch (c) {
-      case u'b': AValue += u'\b'; break;
-      case u'f': AValue += u'\f'; break;
-      case u'n': AValue += u'\n'; break;
-      case u'r': AValue += u'\r'; break;
-      case u't': AValue += u'\t'; break;
+      case u'b':
+        AValue += u'\b';
+        break;
+      case u'f':
+        AValue += u'\f';
+        break;
+      case u'n':
+        AValue += u'\n';
+        break;
+      case u'r':
+        AValue += u'\r';
+        break;
+      case u't':
+        AValue += u'\t';
+        break;
       case u'"':
       case u'/':
-      case u'\\': AValue += c; break;
+      case u'\\':
+        AValue += c;
+        break;
       case u'u': {
         std::u16string digits = u"$";
         for (int k = 0; k < 4; ++k) {
@@ -221,7 +238,8 @@ void TJSONParseContext::SaveContext() {
     FSavePointsLen = FSavePointsLen == 0 ? kFirstSavePoints : FSavePointsLen * 2;
     FSavePoints.resize(static_cast<std::size_t>(FSavePointsLen));
   }
-  FSavePoints[static_cast<std::size_t>(FSavePointCount++)] = TJSONParseContextSavePoint{FPrevChar, FCurrent, FLine, FColumn};
+  FSavePoints[static_cast<std::size_t>(FSavePointCount++)] =
+      TJSONParseContextSavePoint{FPrevChar, FCurrent, FLine, FColumn};
 }
 
 void TJSONParseContext::ResolveSavePoint(bool bSuccess) {
@@ -245,13 +263,20 @@ bool TJSONParseContext::PeekValueType(TJSONValueType& AType) const {
   while (i < FDataLen && IsWhiteSpace(FData[i])) ++i;
   if (i >= FDataLen) return false;
   const char16_t c = FData[i];
-  if (c == u'n') AType = jvtNull;
-  else if (c == u't' || c == u'f') AType = jvtBool;
-  else if (c == u'{') AType = jvtObject;
-  else if (c == u'[') AType = jvtArray;
-  else if (c == u'"') AType = jvtString;
-  else if (c == u'-' || IsDigit(c)) AType = jvtNumber;
-  else return false;
+  if (c == u'n')
+    AType = jvtNull;
+  else if (c == u't' || c == u'f')
+    AType = jvtBool;
+  else if (c == u'{')
+    AType = jvtObject;
+  else if (c == u'[')
+    AType = jvtArray;
+  else if (c == u'"')
+    AType = jvtString;
+  else if (c == u'-' || IsDigit(c))
+    AType = jvtNumber;
+  else
+    return false;
   return true;
 }
 
@@ -336,7 +361,8 @@ bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
   Take(i - start);
   std::string& text = FNumberText;
   text.resize(i - start);
-  for (std::size_t k = start; k < i; ++k) text[k - start] = FData[k] == u'E' ? 'e' : static_cast<char>(FData[k]);
+  for (std::size_t k = start; k < i; ++k)
+    text[k - start] = FData[k] == u'E' ? 'e' : static_cast<char>(FData[k]);
   if (isFloat) {
     long double value = 0;
     const bool ok = text.size() > kMaxMantissaDigits ? JSONTryStrToFloat(ShortenMantissa(text), value)
@@ -345,7 +371,8 @@ bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
     AValue = MakeCom<TJSONNumberImpl>(value);
   } else {
     std::int64_t value = 0;
-    if (!JSONTryStrToInt64(text, value)) ParseError(u"Cannot convert \"" + FromAscii(text) + u"\" to number.");
+    if (!JSONTryStrToInt64(text, value))
+      ParseError(u"Cannot convert \"" + FromAscii(text) + u"\" to number.");
     AValue = MakeCom<TJSONNumberImpl>(value);
   }
   return true;
@@ -382,7 +409,8 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
     TContainerFrame& f = frames.back();
     bool endLoop = false;
     if (!f.First) {
-      if (LookAhead() != u',') endLoop = true;
+      if (LookAhead() != u',')
+        endLoop = true;
       else {
         GetChar();
         ConsumeWhiteSpaces();
@@ -499,8 +527,12 @@ bool TJSONArrayFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSO
   return AParseContext.LookAhead() == u'[' && AParseContext.ParseContainer(AValue);
 }
 
-ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(std::int64_t AValue) { return MakeCom<TJSONNumberImpl>(AValue); }
-ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(long double AValue) { return MakeCom<TJSONNumberImpl>(AValue); }
+ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(std::int64_t AValue) {
+  return MakeCom<TJSONNumberImpl>(AValue);
+}
+ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(long double AValue) {
+  return MakeCom<TJSONNumberImpl>(AValue);
+}
 
 bool TJSONNumberFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
   return AParseContext.ParseNumber(AValue);
@@ -548,7 +580,8 @@ void TJSONParser::ParseJSONText(std::u16string_view AText, ComPtr<IJSONValue>& A
   ParseJSONText(context, AValue);
 }
 
-bool TJSONParser::ParseJSONText(std::u16string_view AText, std::u16string& ErrorMsg, ComPtr<IJSONValue>& AValue) {
+bool TJSONParser::ParseJSONText(std::u16string_view AText, std::u16string& ErrorMsg,
+                                ComPtr<IJSONValue>& AValue) {
   ErrorMsg.clear();
   try {
     ParseJSONText(AText, AValue);

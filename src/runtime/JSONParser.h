@@ -171,7 +171,8 @@ class TJSONParser {
   // Decoding by byte order mark, else as the platform's ANSI text. Raises
   // EJsonFileError for an unreadable file and EJsonParseError for bad text.
   static void LoadJSONFromFile(const std::u16string& FileName, ComPtr<IJSONValue>& AValue);
-  static void LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding AEncoding, ComPtr<IJSONValue>& AValue);
+  static void LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding AEncoding,
+                               ComPtr<IJSONValue>& AValue);
 };
 
 }  // namespace qx

@@ -21,7 +21,9 @@ long double TJSONNumberImpl::GetFloatValue() {
   return FIsFloat ? FFloatValue : static_cast<long double>(FIntValue);
 }
 
-std::u16string TJSONNumberImpl::GetText() { return FIsFloat ? JSONFloatToStr(FFloatValue) : IntToStr(FIntValue); }
+std::u16string TJSONNumberImpl::GetText() {
+  return FIsFloat ? JSONFloatToStr(FFloatValue) : IntToStr(FIntValue);
+}
 
 void TJSONNumberImpl::SetFloatValue(long double Value) {
   FFloatValue = Value;

@@ -33,13 +33,27 @@ TEscape EscapeOf(char16_t ch, const TJSONCreateTextOption& opt) {
     return e;
   }
   switch (ch) {
-    case u'\b': shortEscape(u'b'); return e;
-    case u'\t': shortEscape(u't'); return e;
-    case u'\n': shortEscape(u'n'); return e;
-    case u'\f': shortEscape(u'f'); return e;
-    case u'\r': shortEscape(u'r'); return e;
-    case u'"': shortEscape(u'"'); return e;
-    case u'\\': shortEscape(u'\\'); return e;
+    case u'\b':
+      shortEscape(u'b');
+      return e;
+    case u'\t':
+      shortEscape(u't');
+      return e;
+    case u'\n':
+      shortEscape(u'n');
+      return e;
+    case u'\f':
+      shortEscape(u'f');
+      return e;
+    case u'\r':
+      shortEscape(u'r');
+      return e;
+    case u'"':
+      shortEscape(u'"');
+      return e;
+    case u'\\':
+      shortEscape(u'\\');
+      return e;
     case u'/':
       if (opt.FEscapeSlash) shortEscape(u'/');
       return e;
@@ -78,7 +92,8 @@ void TJSONTextBuilder::BeforeWrite(bool NoAutoLineBreak) {
   if (!NoAutoLineBreak && FOption->FLineLengthThreshold >= 1 && FOption->FLineLengthThreshold < FLineLength)
     WriteLineBreak();
   if (FNewLine && FIndent > 0 && !FOption->FNoIndent) {
-    for (std::int32_t i = 0; i < FIndent; ++i) Append(FOption->FIndentString.data(), FOption->FIndentString.size());
+    for (std::int32_t i = 0; i < FIndent; ++i)
+      Append(FOption->FIndentString.data(), FOption->FIndentString.size());
   }
 }
 
@@ -89,12 +104,16 @@ void TJSONTextBuilder::Write(std::u16string_view AText, bool NoAutoLineBreak) {
   FNewLine = false;
 }
 
-void TJSONTextBuilder::Write(char16_t AChar, bool NoAutoLineBreak) { Write(std::u16string_view(&AChar, 1), NoAutoLineBreak); }
+void TJSONTextBuilder::Write(char16_t AChar, bool NoAutoLineBreak) {
+  Write(std::u16string_view(&AChar, 1), NoAutoLineBreak);
+}
 
 void TJSONTextBuilder::WriteEscaped(char16_t AChar) {
   const TEscape e = EscapeOf(AChar, *FOption);
-  if (e.Length) Write(std::u16string_view(e.Text, e.Length));
-  else Write(AChar);
+  if (e.Length)
+    Write(std::u16string_view(e.Text, e.Length));
+  else
+    Write(AChar);
 }
 
 void TJSONTextBuilder::WriteJSONString(std::u16string_view AText) {

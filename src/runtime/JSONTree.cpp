@@ -67,8 +67,10 @@ void OpenContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSON
 }
 
 void WriteChild(IJSONValue* v, const TJSONCreateTextOption& opt, TJSONTextBuilder& b, bool InArray) {
-  if (v) v->BuildJSONText(opt, b, InArray);
-  else b.Write(u"null");  // an array may hold nil
+  if (v)
+    v->BuildJSONText(opt, b, InArray);
+  else
+    b.Write(u"null");  // an array may hold nil
 }
 
 }  // namespace

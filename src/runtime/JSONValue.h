@@ -83,7 +83,8 @@ struct IJSONValue : IUnknown {
   virtual std::u16string ToJSONText(const TJSONCreateTextOption& AOption) = 0;
   virtual std::u16string ToJSONText() = 0;
   virtual std::u16string ToPackedJSONText() = 0;
-  virtual void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) = 0;
+  virtual void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder,
+                             bool InArray) = 0;
   virtual void WalkValues(IJSONValueVisitor& AVisitor) = 0;
   virtual void SortObjectMembers() = 0;
 

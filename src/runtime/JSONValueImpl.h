@@ -128,7 +128,9 @@ class TJSONObjectImpl final : public TJSONValueImpl<IJSONObject> {
   void SetString(std::u16string_view Name, std::u16string_view Value) override;
   void SetArray(std::u16string_view Name, const ComPtr<IJSONArray>& Value) override { SetValue(Name, Value); }
   void SetFloat(std::u16string_view Name, long double Value) override;
-  void SetObject(std::u16string_view Name, const ComPtr<IJSONObject>& Value) override { SetValue(Name, Value); }
+  void SetObject(std::u16string_view Name, const ComPtr<IJSONObject>& Value) override {
+    SetValue(Name, Value);
+  }
   void SetValue(std::u16string_view Name, const ComPtr<IJSONValue>& Value) override;
   void Remove(std::u16string_view Name) override;
   bool Exists(std::u16string_view Name) override { return Lookup(Name) != nullptr; }
@@ -141,7 +143,9 @@ class TJSONObjectImpl final : public TJSONValueImpl<IJSONObject> {
   IJSONValue* MemberValue(std::int32_t Index) const {
     return Index >= 0 && Index < FNames.Count() ? FDictionary.At(static_cast<std::size_t>(Index)) : nullptr;
   }
-  const std::u16string& MemberName(std::int32_t Index) const { return FNames[static_cast<std::size_t>(Index)].Name; }
+  const std::u16string& MemberName(std::int32_t Index) const {
+    return FNames[static_cast<std::size_t>(Index)].Name;
+  }
   // Adds a member without copying its name; for the parser.
   void SetParsed(std::u16string&& Name, ComPtr<IJSONValue>&& Value);
   // Takes over the parsed members, moving from the given arrays.
@@ -195,7 +199,9 @@ class TJSONArrayImpl final : public TJSONValueImpl<IJSONArray> {
   }
 
  private:
-  bool InRange(std::int32_t Index) const { return Index >= 0 && static_cast<std::size_t>(Index) < FList.size(); }
+  bool InRange(std::int32_t Index) const {
+    return Index >= 0 && static_cast<std::size_t>(Index) < FList.size();
+  }
 
   std::vector<ComPtr<IJSONValue>> FList;
 };

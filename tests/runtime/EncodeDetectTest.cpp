@@ -15,12 +15,14 @@ namespace qx {
 namespace {
 
 int Detect(std::string_view bytes, std::uint8_t exclude = 0) {
-  return DetectEncoding(reinterpret_cast<const std::uint8_t*>(bytes.data()), static_cast<std::int32_t>(bytes.size()) - 1,
-                        exclude);
+  return DetectEncoding(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                        static_cast<std::int32_t>(bytes.size()) - 1, exclude);
 }
 
-TEncodeScore Score(TEncodeScore (*scorer)(const std::uint8_t*, std::int32_t, std::uint8_t), std::string_view bytes) {
-  return scorer(reinterpret_cast<const std::uint8_t*>(bytes.data()), static_cast<std::int32_t>(bytes.size()) - 1, 0);
+TEncodeScore Score(TEncodeScore (*scorer)(const std::uint8_t*, std::int32_t, std::uint8_t),
+                   std::string_view bytes) {
+  return scorer(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                static_cast<std::int32_t>(bytes.size()) - 1, 0);
 }
 
 using namespace std::string_view_literals;
@@ -32,7 +34,9 @@ TEST(EncodeDetectMarks, ByteOrderMarks) {
   EXPECT_EQ(Detect("\xFF\xFE"sv), kEncodeUTF16LE);
   EXPECT_EQ(Detect("\xFE\xFF\x00\x41"sv), kEncodeUTF16BE);
   EXPECT_EQ(Detect("\xEF\xBB\xBF"sv), kEncodeUTF8BOM);
-  EXPECT_EQ(Detect("\xEF\xBB\xBF" "abc"sv), kEncodeUTF8BOM);
+  EXPECT_EQ(Detect("\xEF\xBB\xBF"
+                   "abc"sv),
+            kEncodeUTF8BOM);
   // Two bytes of the UTF-8 mark are no mark; they score as a Shift-JIS and an EUC-JP pair.
   EXPECT_EQ(Detect("\xEF\xBB"sv), kEncodeUnknown);
   EXPECT_EQ(Detect("\xFF\xFE\x41\x00"sv, kExcludeBOM), kEncodeUnknown);
@@ -47,7 +51,8 @@ TEST(EncodeDetectMarks, EmptyBuffer) {
 }
 
 TEST(EncodeDetectISO2022JP, EscapeSequences) {
-  for (std::string_view esc : {"\x1B(B"sv, "\x1B(J"sv, "\x1B(I"sv, "\x1B$@"sv, "\x1B$B"sv, "\x1B$(D"sv, "\x1B&@\x1B$B"sv}) {
+  for (std::string_view esc :
+       {"\x1B(B"sv, "\x1B(J"sv, "\x1B(I"sv, "\x1B$@"sv, "\x1B$B"sv, "\x1B$(D"sv, "\x1B&@\x1B$B"sv}) {
     EXPECT_EQ(Detect("plain " + std::string(esc) + " text"), kEncodeISO2022JP) << esc.size();
     EXPECT_EQ(Detect(std::string(esc)), kEncodeISO2022JP) << esc.size();  // the last bytes just fit
   }
@@ -62,7 +67,8 @@ TEST(EncodeDetectISO2022JP, EscapeSequences) {
   // Long plain runs are scanned eight bytes at a time; the escape may sit anywhere.
   for (std::size_t pad = 0; pad < 20; ++pad) {
     EXPECT_EQ(Detect(std::string(pad, 'a') + "\x1B$B" + std::string(pad, 'b')), kEncodeISO2022JP) << pad;
-    EXPECT_EQ(Detect(std::string(pad, 'a') + "\x80" + std::string(pad, 'b') + "\x1B$B"), kEncodeUnknown) << pad;
+    EXPECT_EQ(Detect(std::string(pad, 'a') + "\x80" + std::string(pad, 'b') + "\x1B$B"), kEncodeUnknown)
+        << pad;
   }
 }
 
@@ -92,7 +98,13 @@ TEST(EncodeDetectScorers, ShiftJIS) {
 }
 
 TEST(EncodeDetectScorers, EUCJP) {
-  EXPECT_EQ(Score(ScoreEUCJP, "\xA4\xA2" "a" "\x8E\xB1" "\x8F\xA1\xA1").Score, 7);
+  EXPECT_EQ(Score(ScoreEUCJP,
+                  "\xA4\xA2"
+                  "a"
+                  "\x8E\xB1"
+                  "\x8F\xA1\xA1")
+                .Score,
+            7);
   EXPECT_FALSE(Score(ScoreEUCJP, "\x8E\xE0").Valid);
   EXPECT_FALSE(Score(ScoreEUCJP, "\x8F\xA1\x41").Valid);
   EXPECT_FALSE(Score(ScoreEUCJP, "\xFF\xA1").Valid);
@@ -103,7 +115,8 @@ TEST(EncodeDetectScorers, EUCJP) {
 TEST(EncodeDetectScorers, UTF7) {
   EXPECT_EQ(Score(ScoreUTF7, "Hi +ZeVnLIqe- there").Score, 16);
   EXPECT_TRUE(Score(ScoreUTF7, "plain text, with (some) punctuation.").Valid);
-  for (char c : std::string("!\"#$%&*;<=>@[\\]^_`{|}~")) EXPECT_FALSE(Score(ScoreUTF7, std::string("a") + c).Valid) << c;
+  for (char c : std::string("!\"#$%&*;<=>@[\\]^_`{|}~"))
+    EXPECT_FALSE(Score(ScoreUTF7, std::string("a") + c).Valid) << c;
   EXPECT_FALSE(Score(ScoreUTF7, "+AB C-").Valid);  // base-64 state takes letters, digits, + and / only
   EXPECT_FALSE(Score(ScoreUTF7, "\x80").Valid);
   EXPECT_EQ(Detect("+ZeVnLIqe-"), kEncodeUTF7);
@@ -130,13 +143,19 @@ TEncodeScore ReferenceScore(int kind, const std::string& d) {
   for (std::size_t i = 0; i < n;) {
     const unsigned b = at(i);
     if (kind == 0) {  // Shift-JIS
-      if (b < 128 || in(b, 161, 223)) { ++i; continue; }
+      if (b < 128 || in(b, 161, 223)) {
+        ++i;
+        continue;
+      }
       if (!in(b, 129, 159) && !in(b, 224, 252)) return TEncodeScore{s.Score, false};
       if (i + 1 >= n) break;
       if (!in(at(i + 1), 64, 126) && !in(at(i + 1), 128, 252)) return TEncodeScore{s.Score, false};
       s.Score += 2, i += 2;
     } else if (kind == 1) {  // EUC-JP
-      if (b < 128) { ++i; continue; }
+      if (b < 128) {
+        ++i;
+        continue;
+      }
       const std::size_t len = b == 143 ? 3 : 2;
       if (!in(b, 161, 254) && b != 142 && b != 143) return TEncodeScore{s.Score, false};
       if (i + len - 1 >= n) break;
@@ -145,9 +164,16 @@ TEncodeScore ReferenceScore(int kind, const std::string& d) {
       }
       s.Score += static_cast<std::int32_t>(len), i += len;
     } else if (kind == 2) {  // UTF-8
-      const std::size_t extra = b < 128 ? 0 : in(b, 192, 223) ? 1 : in(b, 224, 239) ? 2 : in(b, 240, 247) ? 3 : 9;
+      const std::size_t extra = b < 128           ? 0
+                                : in(b, 192, 223) ? 1
+                                : in(b, 224, 239) ? 2
+                                : in(b, 240, 247) ? 3
+                                                  : 9;
       if (extra == 9) return TEncodeScore{s.Score, false};
-      if (extra == 0) { ++i; continue; }
+      if (extra == 0) {
+        ++i;
+        continue;
+      }
       if (i + extra >= n) break;
       for (std::size_t k = 1; k <= extra; ++k) {
         if (!in(at(i + k), 128, 191)) return TEncodeScore{s.Score, false};
@@ -157,9 +183,12 @@ TEncodeScore ReferenceScore(int kind, const std::string& d) {
       ++i;
       if (b >= 128) return TEncodeScore{s.Score, false};
       if (base64) {
-        if (b == '-') base64 = false;
-        else if (std::isalnum(static_cast<int>(b)) || b == '+' || b == '/') s.Score += 2;
-        else return TEncodeScore{s.Score, false};
+        if (b == '-')
+          base64 = false;
+        else if (std::isalnum(static_cast<int>(b)) || b == '+' || b == '/')
+          s.Score += 2;
+        else
+          return TEncodeScore{s.Score, false};
       } else if (b == '+') {
         base64 = true;
       } else if (in(b, 33, 38) || b == 42 || in(b, 59, 62) || b == 64 || in(b, 91, 96) || in(b, 123, 126)) {
@@ -180,11 +209,21 @@ TEST(EncodeDetectScorers, MatchTheirRulesOnRandomBuffers) {
     for (char& c : d) {
       const unsigned r = rng();
       switch (family) {
-        case 0: c = static_cast<char>(r % 128); break;
-        case 1: c = static_cast<char>(r % 3 ? 0x80 + r % 128 : 'a' + r % 26); break;
-        case 2: c = static_cast<char>(r % 2 ? 0xA1 + r % 94 : 0x8E + r % 2); break;
-        case 3: c = static_cast<char>(r % 4 ? "+AZaz09/-"[r % 9] : ' '); break;
-        default: c = static_cast<char>(r); break;
+        case 0:
+          c = static_cast<char>(r % 128);
+          break;
+        case 1:
+          c = static_cast<char>(r % 3 ? 0x80 + r % 128 : 'a' + r % 26);
+          break;
+        case 2:
+          c = static_cast<char>(r % 2 ? 0xA1 + r % 94 : 0x8E + r % 2);
+          break;
+        case 3:
+          c = static_cast<char>(r % 4 ? "+AZaz09/-"[r % 9] : ' ');
+          break;
+        default:
+          c = static_cast<char>(r);
+          break;
       }
     }
     int kind = 0;
@@ -228,12 +267,14 @@ TEST(EncodeDetectStream, ReadsAtMostTheLimit) {
 TEST(DetectQueryCharset, PercentDecoding) {
   EXPECT_EQ(PercentDecodeQuery("a%41%62c"), "aAbc");
   EXPECT_EQ(PercentDecodeQuery("%e3%81%82"), "\xE3\x81\x82");
-  EXPECT_EQ(PercentDecodeQuery("x% 4y"), std::string("x\x04y"));   // leading blank skipped
-  EXPECT_EQ(PercentDecodeQuery("%4z!"), std::string("\x04!"));     // one digit only
+  EXPECT_EQ(PercentDecodeQuery("x% 4y"), std::string("x\x04y"));  // leading blank skipped
+  EXPECT_EQ(PercentDecodeQuery("%4z!"), std::string("\x04!"));    // one digit only
   EXPECT_EQ(PercentDecodeQuery("%zz"), std::string(1, '\0'));
   EXPECT_EQ(PercentDecodeQuery("ab%4"), "ab%4");  // "%" in the last two places: copied as it is
   EXPECT_EQ(PercentDecodeQuery("ab%"), "ab%");
-  EXPECT_EQ(PercentDecodeQuery("%%41"), std::string("\0" "1", 2));
+  EXPECT_EQ(PercentDecodeQuery("%%41"), std::string("\0"
+                                                    "1",
+                                                    2));
 }
 
 TEST(DetectQueryCharset, Verdicts) {
@@ -278,8 +319,10 @@ TEST(SystemLanguage, FromTheEnvironment) {
   EXPECT_EQ(GetSystemDefaultLanguage(1033), 0x0411);
   setenv("LC_ALL", "POSIX", 1);
   EXPECT_EQ(GetSystemDefaultLanguage(1033), 1033);
-  if (saved) setenv("LC_ALL", savedValue.c_str(), 1);
-  else unsetenv("LC_ALL");
+  if (saved)
+    setenv("LC_ALL", savedValue.c_str(), 1);
+  else
+    unsetenv("LC_ALL");
 }
 
 TEST(IfThen, ChoosesByFlag) {

@@ -60,11 +60,13 @@ TEST_F(JSONFileTest, GivenEncodingSkipsOnlyItsOwnMark) {
   ComPtr<IJSONValue> v;
   TJSONParser::LoadJSONFromFile(WriteFile("plain.json", ToUtf8(kDocument)), TJSONFileEncoding::UTF8, v);
   EXPECT_EQ(v->AsObject()->GetString(u"k"), u"\u65e5\u672c");
-  TJSONParser::LoadJSONFromFile(WriteFile("bom.json", "\xEF\xBB\xBF" + ToUtf8(kDocument)), TJSONFileEncoding::UTF8, v);
+  TJSONParser::LoadJSONFromFile(WriteFile("bom.json", "\xEF\xBB\xBF" + ToUtf8(kDocument)),
+                                TJSONFileEncoding::UTF8, v);
   EXPECT_EQ(v->AsObject()->GetInt(u"n"), 1);
   TJSONParser::LoadJSONFromFile(WriteFile("le.json", Utf16(kDocument, false)), TJSONFileEncoding::UTF16LE, v);
   EXPECT_EQ(v->AsObject()->GetString(u"k"), u"\u65e5\u672c");
-  TJSONParser::LoadJSONFromFile(WriteFile("be.json", "\xFE\xFF" + Utf16(kDocument, true)), TJSONFileEncoding::UTF16BE, v);
+  TJSONParser::LoadJSONFromFile(WriteFile("be.json", "\xFE\xFF" + Utf16(kDocument, true)),
+                                TJSONFileEncoding::UTF16BE, v);
   EXPECT_EQ(v->AsObject()->GetString(u"k"), u"\u65e5\u672c");
   // UTF-16 read as UTF-8 is no JSON text.
   const std::u16string wrong = WriteFile("wrong.json", "\xFF\xFE" + Utf16(kDocument, false));
@@ -87,16 +89,18 @@ TEST_F(JSONFileTest, UnreadableFilesRaiseAFileError) {
   ComPtr<IJSONValue> v;
   const std::u16string missing = FromUtf8((FDir / "missing.json").string());
   EXPECT_THROW(TJSONParser::LoadJSONFromFile(missing, v), EJsonFileError);
-  EXPECT_THROW(TJSONParser::LoadJSONFromFile(FromUtf8(FDir.string()), TJSONFileEncoding::UTF8, v), EJsonFileError);
+  EXPECT_THROW(TJSONParser::LoadJSONFromFile(FromUtf8(FDir.string()), TJSONFileEncoding::UTF8, v),
+               EJsonFileError);
   EXPECT_THROW(TJSONParser::LoadJSONFromFile(WriteFile("empty.json", ""), v), EJsonParseError);
 }
 
 TEST(JSONFileText, Decoding) {
   EXPECT_EQ(DecodeJSONFileText(std::string_view("\xFF\xFE\x41\x00\x42", 5)), u"A");  // odd last byte dropped
-  EXPECT_EQ(DecodeJSONFileText("\xEF\xBB"), u"\u00ef\u00bb");  // a cut mark is no mark
+  EXPECT_EQ(DecodeJSONFileText("\xEF\xBB"), u"\u00ef\u00bb");                        // a cut mark is no mark
   EXPECT_EQ(DecodeJSONFileText("\xEF\xBB\xBF\xE2\x82\xAC"), u"\u20ac");
   EXPECT_EQ(DecodeJSONFileText("\xC3", TJSONFileEncoding::UTF8), u"\ufffd");
-  EXPECT_EQ(DecodeJSONFileText(std::string_view("\xFE\xFF\x00\x41", 4), TJSONFileEncoding::UTF16LE), u"\ufffe\u4100");
+  EXPECT_EQ(DecodeJSONFileText(std::string_view("\xFE\xFF\x00\x41", 4), TJSONFileEncoding::UTF16LE),
+            u"\ufffe\u4100");
 }
 
 }  // namespace

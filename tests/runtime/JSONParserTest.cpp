@@ -32,32 +32,41 @@ TEST(JSONParserErrors, RootMustBeObjectOrArray) {
   EXPECT_EQ(ErrorOf(u"123"), "Error at line 0 column 0: Parse Error. Cannot parse text.");
   EXPECT_EQ(ErrorOf(u"  \"text\""), "Error at line 0 column 0: Parse Error. Cannot parse text.");
   EXPECT_EQ(ErrorOf(u"true"), "Error at line 0 column 0: Parse Error. Cannot parse text.");
-  EXPECT_EQ(ErrorOf(u"{} x"), "Error at line 1 column 3: Parse Error. There is an unnecessary charactor after JSON text.");
-  EXPECT_EQ(ErrorOf(u"[]]"), "Error at line 1 column 2: Parse Error. There is an unnecessary charactor after JSON text.");
+  EXPECT_EQ(ErrorOf(u"{} x"),
+            "Error at line 1 column 3: Parse Error. There is an unnecessary charactor after JSON text.");
+  EXPECT_EQ(ErrorOf(u"[]]"),
+            "Error at line 1 column 2: Parse Error. There is an unnecessary charactor after JSON text.");
   EXPECT_EQ(ErrorOf(std::u16string(u"[]\0", 3)),
             "Error at line 1 column 2: Parse Error. There is an unnecessary charactor after JSON text.");
 }
 
 TEST(JSONParserErrors, ObjectTexts) {
   EXPECT_EQ(ErrorOf(u"{\"a\" 1}"), "Error at line 1 column 6: Expecting name-separator(\":\").");
-  EXPECT_EQ(ErrorOf(u"{\"a\":}"),
-            "Error at line 1 column 5: Expecting value(false / null / true / object / array / number / string).");
+  EXPECT_EQ(
+      ErrorOf(u"{\"a\":}"),
+      "Error at line 1 column 5: Expecting value(false / null / true / object / array / number / string).");
   EXPECT_EQ(ErrorOf(u"{\"a\":1,}"), "Error at line 1 column 7: Expecting field name(string).");
   EXPECT_EQ(ErrorOf(u"{1}"), "Error at line 1 column 2: Expecting field name(string) or end-object(\"}\").");
   EXPECT_EQ(ErrorOf(u"{"), "Error at line 1 column 1: Expecting field name(string) or end-object(\"}\").");
-  EXPECT_EQ(ErrorOf(u"{\"a\":1 \"b\":2}"), "Error at line 1 column 8: Expecting value-sep(\",\") or end-object(\"}\").");
-  EXPECT_EQ(ErrorOf(u"{\"a\":1"), "Error at line 1 column 6: Expecting value-sep(\",\") or end-object(\"}\").");
+  EXPECT_EQ(ErrorOf(u"{\"a\":1 \"b\":2}"),
+            "Error at line 1 column 8: Expecting value-sep(\",\") or end-object(\"}\").");
+  EXPECT_EQ(ErrorOf(u"{\"a\":1"),
+            "Error at line 1 column 6: Expecting value-sep(\",\") or end-object(\"}\").");
 }
 
 TEST(JSONParserErrors, ArrayTexts) {
-  EXPECT_EQ(ErrorOf(u"[1,]"), "Error at line 1 column 3: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(ErrorOf(u"[1,]"),
+            "Error at line 1 column 3: Expecting value(false/null/true/object/array/number/string).");
   EXPECT_EQ(ErrorOf(u"[:]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or end-array(\"]\").");
+            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
+            "end-array(\"]\").");
   EXPECT_EQ(ErrorOf(u"[1 2]"), "Error at line 1 column 4: Expecting value-sep(\",\") or end-array(\"]\").");
   EXPECT_EQ(ErrorOf(u"[nul]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or end-array(\"]\").");
+            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
+            "end-array(\"]\").");
   EXPECT_EQ(ErrorOf(u"[True]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or end-array(\"]\").");
+            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
+            "end-array(\"]\").");
 }
 
 TEST(JSONParserErrors, NumberTexts) {
@@ -82,10 +91,12 @@ TEST(JSONParserErrors, StringTexts) {
   EXPECT_EQ(ErrorOf(u"[\"\x19\"]"), "Error at line 1 column 3: Invalid charactor for JSON string: #19");
   EXPECT_EQ(ErrorOf(u"[\"abc"), "Error at line 1 column 5: End quotation mark not found");
   EXPECT_EQ(ErrorOf(u"[\"abc\\"), "Error at line 1 column 6: End quotation mark not found");
-  EXPECT_EQ(ErrorOf(std::u16string(u"[\"a\0b\"]", 7)), "Error at line 1 column 4: End quotation mark not found");
+  EXPECT_EQ(ErrorOf(std::u16string(u"[\"a\0b\"]", 7)),
+            "Error at line 1 column 4: End quotation mark not found");
   // A bad unicode escape is no string at all: the array sees no value.
   EXPECT_EQ(ErrorOf(u"[\"\\u12G4\"]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or end-array(\"]\").");
+            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
+            "end-array(\"]\").");
   EXPECT_EQ(ErrorOf(u"[1, \"\\u12\"]"),
             "Error at line 1 column 4: Expecting value(false/null/true/object/array/number/string).");
 }
@@ -97,12 +108,15 @@ TEST(JSONParserErrors, CarryLineAndColumn) {
   } catch (const EJsonParseError& e) {
     EXPECT_EQ(e.Line(), 2);
     EXPECT_EQ(e.Column(), 7);
-    EXPECT_EQ(e.Message(), u"Error at line 2 column 7: Expecting value(false / null / true / object / array / number / string).");
+    EXPECT_EQ(e.Message(),
+              u"Error at line 2 column 7: Expecting value(false / null / true / object / array / number / "
+              u"string).");
   }
   std::u16string message;
   ComPtr<IJSONValue> value = TJSONNullFactory::CreateValue();
   EXPECT_FALSE(TJSONParser::ParseJSONText(u"[1,", message, value));
-  EXPECT_EQ(message, u"Error at line 1 column 3: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(message,
+            u"Error at line 1 column 3: Expecting value(false/null/true/object/array/number/string).");
   EXPECT_FALSE(value);
   EXPECT_TRUE(TJSONParser::ParseJSONText(u"[1]", message, value));
   EXPECT_TRUE(message.empty());
@@ -112,25 +126,33 @@ TEST(JSONParserErrors, CarryLineAndColumn) {
 
 TEST(JSONParserLines, LfCrAndCrLfEachEndOneLine) {
   // The line count moves with the character after the line end.
-  EXPECT_EQ(ErrorOf(u"[\r\n1,\r\n]"), "Error at line 2 column 4: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[\n1,\n]"), "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[\r1,\r]"), "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[\r\n\r\n\n\r1 x]"), "Error at line 5 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[\r\n1,\r\n]"),
+            "Error at line 2 column 4: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(ErrorOf(u"[\n1,\n]"),
+            "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(ErrorOf(u"[\r1,\r]"),
+            "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(ErrorOf(u"[\r\n\r\n\n\r1 x]"),
+            "Error at line 5 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
 }
 
 TEST(JSONParserLines, KeywordsDoNotTouchThePreviousCharacter) {
   // "null" after a line end is matched in place, so the line only moves on the next
   // character read, and the column starts over there.
-  EXPECT_EQ(ErrorOf(u"[\nnull x]"), "Error at line 2 column 2: Expecting value-sep(\",\") or end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[1,\ntrue x]"), "Error at line 2 column 2: Expecting value-sep(\",\") or end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[1,\n2 x]"), "Error at line 2 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[\nnull x]"),
+            "Error at line 2 column 2: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[1,\ntrue x]"),
+            "Error at line 2 column 2: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[1,\n2 x]"),
+            "Error at line 2 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
 }
 
 TEST(JSONParserValues, ContainersAndKeywords) {
   EXPECT_TRUE(Parse(u"{}")->IsObject());
   EXPECT_TRUE(Parse(u" \t\r\n[ ] \r\n")->IsArray());
   EXPECT_EQ(Packed(u"[true,false,null,{},[]]"), u"[true,false,null,{},[]]");
-  EXPECT_EQ(Packed(u"{ \"a\" : [ 1 , { \"b\" : null } ] , \"c\" : \"d\" }"), u"{\"a\":[1,{\"b\":null}],\"c\":\"d\"}");
+  EXPECT_EQ(Packed(u"{ \"a\" : [ 1 , { \"b\" : null } ] , \"c\" : \"d\" }"),
+            u"{\"a\":[1,{\"b\":null}],\"c\":\"d\"}");
 }
 
 TEST(JSONParserValues, RepeatedNameKeepsFirstPlaceAndLastValue) {
@@ -141,12 +163,11 @@ TEST(JSONParserValues, RepeatedNameKeepsFirstPlaceAndLastValue) {
   EXPECT_EQ(o->GetInt(u"a"), 3);
 }
 
-TEST(JSONParserValues, EmptyNameIsDropped) {
-  EXPECT_EQ(Packed(u"{\"\":1,\"x\":2}"), u"{\"x\":2}");
-}
+TEST(JSONParserValues, EmptyNameIsDropped) { EXPECT_EQ(Packed(u"{\"\":1,\"x\":2}"), u"{\"x\":2}"); }
 
 TEST(JSONParserValues, StringEscapes) {
-  const ComPtr<IJSONArray> a = Parse(u"[\"\\b\\f\\n\\r\\t\\\"\\/\\\\\", \"\\u0041\\u00e9\\uD83D\\ude00\", \"\\q\\x\"]")->AsArray();
+  const ComPtr<IJSONArray> a =
+      Parse(u"[\"\\b\\f\\n\\r\\t\\\"\\/\\\\\", \"\\u0041\\u00e9\\uD83D\\ude00\", \"\\q\\x\"]")->AsArray();
   EXPECT_EQ(a->GetString(0), u"\b\f\n\r\t\"/\\");
   EXPECT_EQ(a->GetString(1), u"A\u00e9\U0001F600");
   // An unknown escape gives a backslash and loses the letter.
@@ -169,7 +190,8 @@ TEST(JSONParserValues, LoneSurrogatesAreKept) {
 
 TEST(JSONParserValues, Numbers) {
   const ComPtr<IJSONArray> a =
-      Parse(u"[1E5, -0, 0, 12, -9223372036854775808, 9223372036854775807, 1.5, 0.1, 1e-99999, -2.5e-3, 1e400]")
+      Parse(
+          u"[1E5, -0, 0, 12, -9223372036854775808, 9223372036854775807, 1.5, 0.1, 1e-99999, -2.5e-3, 1e400]")
           ->AsArray();
   EXPECT_TRUE(a->GetItem(0)->AsNumber()->GetIsFloat());
   EXPECT_EQ(a->GetItem(0)->GetText(), u"100000");
@@ -288,11 +310,13 @@ TEST(JSONParserHostile, DeepNestingParsesWithoutRecursion) {
 TEST(JSONParserHostile, UnclosedDeepNestingIsAnError) {
   const std::u16string text(100000, u'[');
   EXPECT_EQ(ErrorOf(text),
-            "Error at line 1 column 100000: Expecting value(false/null/true/object/array/number/string) or end-array(\"]\").");
+            "Error at line 1 column 100000: Expecting value(false/null/true/object/array/number/string) or "
+            "end-array(\"]\").");
   std::u16string objects;
   for (int i = 0; i < 50000; ++i) objects += u"{\"a\":";
   EXPECT_EQ(ErrorOf(objects),
-            "Error at line 1 column 250000: Expecting value(false / null / true / object / array / number / string).");
+            "Error at line 1 column 250000: Expecting value(false / null / true / object / array / number / "
+            "string).");
 }
 
 TEST(JSONParserHostile, LargeString) {

@@ -27,8 +27,8 @@ TEST(JSONValueModel, TypeTestsAndGenericReads) {
   for (const Case& c : cases) {
     const ComPtr<IJSONValue> v = a->GetItem(c.index);
     const std::string types = std::string(v->IsObject() ? "O" : ".") + (v->IsArray() ? "A" : ".") +
-                              (v->IsString() ? "S" : ".") + (v->IsNumber() ? "N" : ".") + (v->IsBool() ? "B" : ".") +
-                              (v->IsNull() ? "N" : ".");
+                              (v->IsString() ? "S" : ".") + (v->IsNumber() ? "N" : ".") +
+                              (v->IsBool() ? "B" : ".") + (v->IsNull() ? "N" : ".");
     EXPECT_EQ(types, c.types) << c.index;
     EXPECT_EQ(bool(v->AsObject()), v->IsObject());
     EXPECT_EQ(bool(v->AsArray()), v->IsArray());
@@ -267,7 +267,9 @@ TEST(JSONArrayModel, SortWithComparison) {
 TEST(JSONWalk, VisitsParentsFirstInOrder) {
   const ComPtr<IJSONValue> v = Parse(u"{\"a\":[1,{\"b\":2}],\"c\":3,\"a\":[4]}");
   std::vector<std::u16string> seen;
-  WalkJSONValues(v.get(), [&seen](IJSONValue* x) { seen.push_back(x->IsArray() ? u"[" : x->IsObject() ? u"{" : x->GetText()); });
+  WalkJSONValues(v.get(), [&seen](IJSONValue* x) {
+    seen.push_back(x->IsArray() ? u"[" : x->IsObject() ? u"{" : x->GetText());
+  });
   // The repeated "a" is walked once, with its last value.
   EXPECT_EQ(seen, (std::vector<std::u16string>{u"{", u"[", u"4", u"3"}));
 }

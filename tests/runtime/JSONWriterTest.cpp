@@ -97,7 +97,8 @@ TEST(JSONWriterOptions, ArrayElementPackKeepsOnlyTheMemberBreaks) {
 TEST(JSONWriterOptions, PackOneFieldObject) {
   TJSONCreateTextOption option;
   option.SetPackOneFieldObject(true);
-  EXPECT_EQ(Write(u"{\"a\":{\"b\":1},\"c\":{}}", option), u"{\r\n    \"a\": {\"b\": 1},\r\n    \"c\": {}\r\n}");
+  EXPECT_EQ(Write(u"{\"a\":{\"b\":1},\"c\":{}}", option),
+            u"{\r\n    \"a\": {\"b\": 1},\r\n    \"c\": {}\r\n}");
   EXPECT_EQ(Write(u"{\"only\":[1]}", option), u"{\"only\": [\r\n    1\r\n]}");
 }
 
