@@ -1,0 +1,121 @@
+// Tabs drawn over the default skin, compared with golden pictures within a small
+// tolerance. To regenerate after a deliberate change to the tab or the skin:
+//   cmake --build <build> --target qx_default_skin qx_tabview_image_tests
+//   QX_UPDATE_GOLDEN=1 <build>/tests/tabview/qx_tabview_image_tests --gtest_filter='TabImageGolden*'
+// and look at the pictures in tests/tabview/golden/ before committing them.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "host/HostKeys.h"
+#include "tabview/TabImage.h"
+#include "tabview/TabImageFixture.h"
+#include "toolkit/Application.h"
+#include "toolkit/TimerService.h"
+
+#ifndef QX_DEFAULT_SKIN_DIR
+#define QX_DEFAULT_SKIN_DIR ""
+#endif
+
+namespace qx {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Largest difference of one channel between two premultiplied pixels.
+int ChannelDifference(std::uint32_t a, std::uint32_t b) {
+  int worst = 0;
+  for (int shift = 0; shift < 32; shift += 8) {
+    const int d = std::abs(static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF));
+    worst = std::max(worst, d);
+  }
+  return worst;
+}
+
+class TabImageGoldenTest : public TabImageHostFixture {
+ protected:
+  TabImageGoldenTest() {
+    TToolkit::Finalize();
+    TTabImage::ReleaseBlankPicture();
+  }
+  ~TabImageGoldenTest() override {
+    TTabImage::ReleaseBlankPicture();
+    TToolkit::Finalize();
+  }
+
+  static fs::path SkinFolder() { return fs::path(QX_DEFAULT_SKIN_DIR) / "widget" / "toolbar" / "PreviewStrip"; }
+
+  void CompareWithGolden(const TBitmap& actual, const std::string& name) {
+    const fs::path golden = fs::path(QX_TEST_SOURCE_DIR) / "tabview" / "golden" / name;
+    if (std::getenv("QX_UPDATE_GOLDEN")) {
+      actual.SaveToFile(golden);
+      GTEST_SKIP() << "golden picture written: " << golden;
+    }
+    ASSERT_TRUE(fs::exists(golden)) << golden;
+    auto expected = TBitmap::CreateFromFile(golden);
+    ASSERT_EQ(expected->Width(), actual.Width());
+    ASSERT_EQ(expected->Height(), actual.Height());
+    int worst = 0;
+    for (int y = 0; y < actual.Height(); ++y)
+      for (int x = 0; x < actual.Width(); ++x) worst = std::max(worst, ChannelDifference(actual.Pixel(x, y), expected->Pixel(x, y)));
+    if (worst > kTolerance) {
+      const fs::path written = fs::temp_directory_path() / ("actual-" + name);
+      actual.SaveToFile(written);
+      ADD_FAILURE() << name << " differs by " << worst << " in a channel; the picture drawn is " << written;
+    }
+  }
+
+  static constexpr int kTolerance = 3;
+};
+
+TEST_F(TabImageGoldenTest, TabsOverTheDefaultSkin) {
+  if (!fs::is_regular_file(SkinFolder() / "TabBlank.png"))
+    GTEST_SKIP() << "the default skin was not drawn (target qx_default_skin)";
+  TTabbarImageRes imageRes(SkinFolder().u16string());
+
+  TFakeTab* plainHost = Open(u"https://plain.example/");
+  TFakeTab* lockedHost = Open(u"https://locked.example/");
+  ASSERT_EQ(host_.Model().SetTabText(lockedHost, tab_key::StatusNaviLock, u"locked"), kOk);
+
+  // An inactive tab with the blank picture, dimmed.
+  TTabImage plain(nullptr, &imageRes, wrap_.get(), wrap_->TabIdOf(plainHost));
+  plain.UpdateTabStatus();
+  plain.UpdateDimAndShadow(false, true);
+  plain.Position().SetX(0);
+
+  // A protected tab with a page picture: its badge, then hovered with its close button.
+  auto page = MakeThumbnail(0xFFFFFFFF);
+  page->Canvas().BeginScene();
+  page->Canvas().FillRect(TRectF(0, 0, 96, 10), 0xFF3A6EA5, 1);
+  page->Canvas().FillRect(TRectF(8, 16, 70, 20), 0xFF9AA0A8, 1);
+  page->Canvas().FillRect(TRectF(8, 26, 88, 40), 0xFFE3B341, 1);
+  page->Canvas().EndScene();
+  TTabImage badge(nullptr, &imageRes, wrap_.get(), wrap_->TabIdOf(lockedHost));
+  badge.UpdateTabImage(page.get(), true);
+  badge.UpdateTabStatus();
+  badge.UpdateDimAndShadow(false, true);
+  badge.Position().SetX(100);
+
+  TTabImage hovered(nullptr, &imageRes, wrap_.get(), wrap_->TabIdOf(lockedHost));
+  hovered.UpdateTabImage(page.get(), true);
+  hovered.UpdateTabStatus();
+  hovered.UpdateDimAndShadow(true, true);
+  hovered.StartCloseButtonAnimation(true, true);
+  hovered.Position().SetX(200);
+
+  TBitmap canvasBitmap(298, 49);
+  TCanvas& canvas = canvasBitmap.Canvas();
+  ASSERT_TRUE(canvas.BeginScene());
+  canvas.Clear(0xFF2B2F36);
+  for (TTabImage* tab : {&plain, &badge, &hovered}) {
+    tab->Content()->Realign();
+    tab->PaintTo(canvas);
+  }
+  canvas.EndScene();
+  CompareWithGolden(canvasBitmap, "tabs_default_skin.png");
+}
+
+}  // namespace
+}  // namespace qx
