@@ -304,6 +304,7 @@ float TTabImage::GetScrollRight(float offset) const {
 
 void TTabImage::UpdateTabImage(const TBitmap* bitmap, bool immediately) {
   if (immediately) {
+    // A fade still under way would paint over the new picture on its next frame.
     FThumbnailAnimation->Stop();
     FThumbnail->SetBitmap(bitmap);
   } else {
