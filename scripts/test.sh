@@ -16,7 +16,7 @@ ctest --preset dev -j "$jobs"
 step "Suite under AddressSanitizer and UndefinedBehaviorSanitizer"
 cmake --preset asan -DQX_STRICT=ON >/dev/null
 cmake --build --preset asan -j "$jobs"
-ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --preset asan -j "$jobs"
+ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$PWD/scripts/lsan.supp UBSAN_OPTIONS=print_stacktrace=1 ctest --preset asan -j "$jobs"
 
 step "Threaded tests under ThreadSanitizer"
 cmake --preset tsan -DQX_STRICT=ON >/dev/null

@@ -95,7 +95,9 @@ TEST_F(WrapsTest, DictionaryWrapTypedValuesGoThroughVariants) {
   EXPECT_EQ(dictionary->GetInt64(u"i"), 1LL << 40);
   EXPECT_EQ(dictionary->GetInt64(u"none"), 0);
   // A stored object that is no variant reads as empty.
-  dictionary->SetValue(u"obj", raw.get());
+  ComPtr<IQxIStringArray> array;
+  wrap_->CreateStringArray(array);
+  dictionary->SetValue(u"obj", array.get());
   EXPECT_FALSE(dictionary->GetText(u"obj", text));
   EXPECT_TRUE(text.empty());
 }
