@@ -10,15 +10,10 @@
 #include <memory>
 #include <vector>
 
+#include "tabview/TabViewGeometry.h"
 #include "toolkit/Timer.h"
 
 namespace qx {
-
-struct TPointD {
-  double X = 0;
-  double Y = 0;
-  constexpr bool operator==(const TPointD&) const = default;
-};
 
 enum class TAniTargetType { Min, Max, Other };
 
