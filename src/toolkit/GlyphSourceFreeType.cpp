@@ -158,6 +158,8 @@ void ShutdownGlyphs() {
   g.Faces.clear();
   if (g.Library) FT_Done_FreeType(g.Library);
   g.Library = nullptr;
+  if (g.FontconfigReady) FcFini();
+  g.FontconfigReady = false;
 }
 
 }  // namespace qx::glyphs
