@@ -89,7 +89,16 @@ TBaseFormXE7::~TBaseFormXE7() { RestoreWindowProc(); }
 
 void TBaseFormXE7::SetFormHandleResolver(TFormHandleResolver resolver) { Resolver() = std::move(resolver); }
 
-HWnd TBaseFormXE7::FormHandle() const { return Resolver() ? Resolver()(this) : nullptr; }
+HWnd TBaseFormXE7::FormHandle() const {
+  if (Resolver())
+    if (HWnd hwnd = Resolver()(this)) return hwnd;
+  return Handle();
+}
+
+void TBaseFormXE7::HandleDestroying() {
+  RestoreWindowProc();
+  TForm::HandleDestroying();
+}
 
 void TBaseFormXE7::SetBounds(int left, int top, int width, int height) {
   if (left == Left() && top == Top() && width == Width() && height == Height()) return;
@@ -107,7 +116,8 @@ void TBaseFormXE7::SetBounds(int left, int top, int width, int height) {
         rect = {topLeft.x, topLeft.y, bottomRight.x, bottomRight.y};
       }
       if (!(rect == Rect{Left(), Top(), Left() + Width(), Top() + Height()}))
-        os.SetWindowPos(hwnd, nullptr, Left(), Top(), Width(), Height(), win::SWP_NOZORDER | win::SWP_NOACTIVATE);
+        os.SetWindowPos(hwnd, nullptr, Left(), Top(), Width(), Height(),
+                        win::SWP_NOZORDER | win::SWP_NOACTIVATE);
     }
   }
   if (sized) {
@@ -154,6 +164,19 @@ void EmbedPopupForm(TBaseFormXE7& form, HWnd parent, int left, int top, int widt
   form.SetBounds(left, top, form.Width(), form.Height());
   if (hwnd) os.ShowWindow(hwnd, win::SW_SHOWNA);
   form.SetVisible(true);
+}
+
+HWnd EmbedChildForm(TBaseFormXE7& form, HWnd parent) {
+  IPlatform& os = Platform();
+  if (!os.IsWindow(parent)) return nullptr;
+  form.HandleNeed();
+  HWnd hwnd = form.FormHandle();
+  if (!hwnd) return nullptr;
+  auto style = static_cast<std::uint32_t>(os.GetWindowLongW(hwnd, win::GWL_STYLE));
+  style = (style | win::WS_CHILD) & ~win::WS_POPUP;
+  os.SetWindowLongW(hwnd, win::GWL_STYLE, static_cast<std::int32_t>(style));
+  os.SetParent(hwnd, parent);
+  return hwnd;
 }
 
 // ---- window search

@@ -46,7 +46,7 @@ class TBaseFormXE7 : public TForm {
   // The form's native window, or null while it has none.
   virtual HWnd FormHandle() const;
 
-  // Where forms find their native window, for a platform layer that keeps it elsewhere.
+  // Where forms find their native window when it is not the toolkit's own.
   using TFormHandleResolver = std::function<HWnd(const TCommonCustomForm* form)>;
   static void SetFormHandleResolver(TFormHandleResolver resolver);
 
@@ -54,6 +54,8 @@ class TBaseFormXE7 : public TForm {
   WndProc ObjectInstance() const { return FObjectInstance; }
 
  protected:
+  // The old procedure goes back before the window does.
+  void HandleDestroying() override;
   // Subclasses the window: messages go to WndMethod first. Made when the handle is made.
   void SubclassWindow(HWnd hwnd);
   // Puts the old procedure back and frees the instance; before the handle goes away.
@@ -71,6 +73,11 @@ class TBaseFormXE7 : public TForm {
 // Makes the handle, sizes the form, puts it into parent, places it and shows it
 // without activation, so the host keeps the focus.
 void EmbedPopupForm(TBaseFormXE7& form, HWnd parent, int left, int top, int width, int height);
+
+// Turns the form's native window into a child window of parent (the host's window
+// given to a plug-in's control): WS_CHILD in, WS_POPUP out, then SetParent. Answers
+// the window, or null when the form has none or parent is not a window.
+HWnd EmbedChildForm(TBaseFormXE7& form, HWnd parent);
 
 // ---- window search
 

@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "platform/MessageLoop.h"
 #include "platform/Platform.h"
 
 #ifndef _WIN32
@@ -10,28 +11,12 @@
 
 namespace qx {
 
-void ProcessPendingMessages() {
-  IPlatform& os = Platform();
-#ifndef _WIN32
-  if (IPortableOs* portable = os.Portable()) {
-    portable->ProcessMessages();
-    return;
-  }
-#endif
-  Msg msg;
-  while (os.PeekMessageW(&msg, nullptr, 0, 0, win::PM_REMOVE)) {
-    if (msg.message == win::WM_QUIT) {
-      os.PostQuitMessage(static_cast<std::int32_t>(msg.wParam));
-      break;
-    }
-    os.TranslateMessage(&msg);
-    os.DispatchMessageW(&msg);
-  }
-}
+void ProcessPendingMessages() { DispatchPendingMessages(); }
 
 void WaitStep(bool pumpMessages) {
 #ifndef _WIN32
-  if (IPortableOs* portable = Platform().Portable(); portable && portable->ClockMode() == TClockMode::Manual) {
+  if (IPortableOs* portable = Platform().Portable();
+      portable && portable->ClockMode() == TClockMode::Manual) {
     portable->AdvanceClock(1);
     return;
   }

@@ -73,7 +73,7 @@ TAnimationReplaceTimer::TAnimationReplaceTimer(TFmxObject* owner, std::unique_pt
 }
 
 void InstallAnimationThread() {
-  if (TAniThread::Installed()) throw EAnimationInstallError();
+  if (TAnimation::AniThreadAssigned()) throw EAnimationInstallError();
   TMMTimerServiceScope scope;
   auto thread = std::make_unique<TAniThread>();
   TAniThread* installed = thread.get();

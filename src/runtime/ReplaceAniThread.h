@@ -58,7 +58,8 @@ class EAnimationInstallError : public std::runtime_error {
 };
 
 // Puts a TAniThread on a private multimedia timer service in the toolkit's place.
-// Raises EAnimationInstallError when a thread of the module already stands.
+// Raises EAnimationInstallError when the toolkit's class-wide thread already stands,
+// whether the module's or the toolkit's own.
 void InstallAnimationThread();
 
 }  // namespace qx

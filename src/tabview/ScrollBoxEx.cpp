@@ -12,12 +12,13 @@ namespace qx::ScrollBoxExUnit {
 namespace {
 // The pan gesture as the gesture messages number it.
 constexpr int kPanGestureId = 260;
+static_assert(kPanGestureId == igiPan, "the toolkit must number the pan gesture as the scroll box does");
 // Pixels scrolled per unit of wheel delta (a notch of 120 moves 60 pixels).
 constexpr double kWheelStep = 0.5;
 constexpr float kBarThickness = 8;
 constexpr float kSmallBarThickness = 3;
-const char16_t* const kStyleNames[] = {u"background", u"vscrollbar", u"hscrollbar", u"vsmallscrollbar",
-                                       u"hsmallscrollbar", u"sizegrip", u"content"};
+const char16_t* const kStyleNames[] = {u"background",      u"vscrollbar", u"hscrollbar", u"vsmallscrollbar",
+                                       u"hsmallscrollbar", u"sizegrip",   u"content"};
 }  // namespace
 
 // ---- TScrollContent
@@ -97,7 +98,8 @@ void TScrollBox::CreateParts() {
   FAniCalculations->Animation = (behaviours & sbh::Animation) != 0;
   FAniCalculations->BoundsAnimation = (behaviours & sbh::Bounces) != 0;
   FAniCalculations->AutoShowing = (behaviours & sbh::AutoShowing) != 0;
-  FAniCalculations->TouchTracking = (behaviours & sbh::TouchTracking) ? ttrack::Horizontal | ttrack::Vertical : 0;
+  FAniCalculations->TouchTracking =
+      (behaviours & sbh::TouchTracking) ? ttrack::Horizontal | ttrack::Vertical : 0;
   InvalidateContentSize();
   RealignContent();
 }
@@ -128,10 +130,13 @@ void TScrollBox::BuildDefaultStyle() {
   auto bar = [&](const char16_t* name, TOrientation orientation, float thickness) {
     auto* b = new TScrollBar(this);
     b->Orientation = orientation;
-    if (orientation == TOrientation::Vertical) b->SetWidth(thickness);
-    else b->SetHeight(thickness);
+    if (orientation == TOrientation::Vertical)
+      b->SetWidth(thickness);
+    else
+      b->SetHeight(thickness);
     b->SetVisible(false);
-    part(b, name, orientation == TOrientation::Vertical ? TAlignLayout::Right : TAlignLayout::Bottom, ChildrenCount());
+    part(b, name, orientation == TOrientation::Vertical ? TAlignLayout::Right : TAlignLayout::Bottom,
+         ChildrenCount());
   };
   bar(u"vscrollbar", TOrientation::Vertical, kBarThickness);
   bar(u"hscrollbar", TOrientation::Horizontal, kBarThickness);
@@ -163,7 +168,8 @@ void TScrollBox::ApplyStyle() {
   FContentLayout = dynamic_cast<TControl*>(find(u"content"));
   for (auto* bars : {&FHScrollBars, &FVScrollBars})
     for (TScrollBarRecord& r : *bars)
-      if (r.Bar) r.Bar->OnChange = [this](TFmxObject* sender) { BarChanged(static_cast<TScrollBar*>(sender)); };
+      if (r.Bar)
+        r.Bar->OnChange = [this](TFmxObject* sender) { BarChanged(static_cast<TScrollBar*>(sender)); };
   Realign();
   InvalidateContentSize();
   RealignContent();
@@ -254,7 +260,8 @@ void TScrollBox::RealignContent() {
     if (!(clamped == view)) ani.SetViewportPosition(clamped);
   }
   view = ani.ViewportPosition();
-  TPointF origin = FContentLayout ? FContentLayout->Position().Point() : TPointF{PaddingRect().Left, PaddingRect().Top};
+  TPointF origin =
+      FContentLayout ? FContentLayout->Position().Point() : TPointF{PaddingRect().Left, PaddingRect().Top};
   FContent->SetBounds(origin.X - static_cast<float>(view.X), origin.Y - static_cast<float>(view.Y),
                       std::max(0.0f, bounds.Right), std::max(0.0f, bounds.Bottom));
   UpdateBars();
@@ -302,8 +309,10 @@ void TScrollBox::BarChanged(TScrollBar* bar) {
   if (FSyncingBars || !FAniCalculations) return;
   // A change by the user: the calculations view the new point.
   TPointD view = FAniCalculations->ViewportPosition();
-  if (horizontal) view.X = bar->Value();
-  else view.Y = bar->Value();
+  if (horizontal)
+    view.X = bar->Value();
+  else
+    view.Y = bar->Value();
   ViewPoint(view);
 }
 
@@ -318,8 +327,10 @@ void TScrollBox::ViewPoint(TPointD point) {
 void TScrollBox::AniChanged() {
   if (!FContent || FRealigningContent) return;
   TPointD view = FAniCalculations->ViewportPosition();
-  TPointF origin = FContentLayout ? FContentLayout->Position().Point() : TPointF{PaddingRect().Left, PaddingRect().Top};
-  FContent->Position().SetPoint({origin.X - static_cast<float>(view.X), origin.Y - static_cast<float>(view.Y)});
+  TPointF origin =
+      FContentLayout ? FContentLayout->Position().Point() : TPointF{PaddingRect().Left, PaddingRect().Top};
+  FContent->Position().SetPoint(
+      {origin.X - static_cast<float>(view.X), origin.Y - static_cast<float>(view.Y)});
   UpdateBars();
 }
 
@@ -423,9 +434,12 @@ void TScrollBox::CMGesture(const TGestureEventInfo& eventInfo) {
   }
   FGestureState = {};
   TPointF p = AbsoluteToLocal(eventInfo.Location);
-  if (eventInfo.Flags & gf::Begin) TouchEventDown(p.X, p.Y);
-  else if (eventInfo.Flags == 0) TouchEventMove(p.X, p.Y);
-  else if (FAniCalculations->Down()) TouchEventUp(p.X, p.Y);
+  if (eventInfo.Flags & gf::Begin)
+    TouchEventDown(p.X, p.Y);
+  else if (eventInfo.Flags == 0)
+    TouchEventMove(p.X, p.Y);
+  else if (FAniCalculations->Down())
+    TouchEventUp(p.X, p.Y);
 }
 
 // ---- stored layouts
@@ -434,11 +448,14 @@ const TPropertyTable& TScrollBox::ClassProperties() {
   static const TPropertyTable table = [] {
     auto B = [](TFmxObject* o) { return static_cast<TScrollBox*>(o); };
     TPropertyTable t(&TStyledControl::ClassProperties());
-    t.Stored("ShowScrollBars",
-             [B](TFmxObject* o, const TStoredValue& v) { B(o)->SetShowScrollBars(StoredBool(v, "ShowScrollBars")); });
-    t.Stored("AutoHide", [B](TFmxObject* o, const TStoredValue& v) { B(o)->SetAutoHide(StoredBool(v, "AutoHide")); });
-    t.Stored("ShowSizeGrip",
-             [B](TFmxObject* o, const TStoredValue& v) { B(o)->SetShowSizeGrip(StoredBool(v, "ShowSizeGrip")); });
+    t.Stored("ShowScrollBars", [B](TFmxObject* o, const TStoredValue& v) {
+      B(o)->SetShowScrollBars(StoredBool(v, "ShowScrollBars"));
+    });
+    t.Stored("AutoHide",
+             [B](TFmxObject* o, const TStoredValue& v) { B(o)->SetAutoHide(StoredBool(v, "AutoHide")); });
+    t.Stored("ShowSizeGrip", [B](TFmxObject* o, const TStoredValue& v) {
+      B(o)->SetShowSizeGrip(StoredBool(v, "ShowSizeGrip"));
+    });
     return t;
   }();
   return table;

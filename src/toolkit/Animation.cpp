@@ -45,10 +45,18 @@ double EaseIn(double t, TInterpolationType interpolation) {
     case TInterpolationType::Bounce: {
       // In is the mirror of the classic bounce out.
       double u = 1 - t, out;
-      if (u < 1 / 2.75) out = 7.5625 * u * u;
-      else if (u < 2 / 2.75) { u -= 1.5 / 2.75; out = 7.5625 * u * u + 0.75; }
-      else if (u < 2.5 / 2.75) { u -= 2.25 / 2.75; out = 7.5625 * u * u + 0.9375; }
-      else { u -= 2.625 / 2.75; out = 7.5625 * u * u + 0.984375; }
+      if (u < 1 / 2.75)
+        out = 7.5625 * u * u;
+      else if (u < 2 / 2.75) {
+        u -= 1.5 / 2.75;
+        out = 7.5625 * u * u + 0.75;
+      } else if (u < 2.5 / 2.75) {
+        u -= 2.25 / 2.75;
+        out = 7.5625 * u * u + 0.9375;
+      } else {
+        u -= 2.625 / 2.75;
+        out = 7.5625 * u * u + 0.984375;
+      }
       return 1 - out;
     }
   }
@@ -126,6 +134,8 @@ TAniThreadBase* TAnimation::AniThread() {
   if (!slot) slot = std::make_unique<TDefaultAniThread>();
   return slot.get();
 }
+
+bool TAnimation::AniThreadAssigned() { return ThreadSlot() != nullptr; }
 
 void TAnimation::SetAniThread(std::unique_ptr<TAniThreadBase> thread) { ThreadSlot() = std::move(thread); }
 
@@ -224,14 +234,18 @@ void TAnimation::ProcessTick(double, double deltaTime) {
   if (FTime >= Duration - kSlack) {
     FTime = Duration;
     if (Loop) {
-      if (AutoReverse) Inverse = true;
-      else FTime = 0;
+      if (AutoReverse)
+        Inverse = true;
+      else
+        FTime = 0;
     }
   } else if (FTime <= kSlack) {
     FTime = 0;
     if (Loop) {
-      if (AutoReverse) Inverse = false;
-      else FTime = Duration;
+      if (AutoReverse)
+        Inverse = false;
+      else
+        FTime = Duration;
     }
   }
   ProcessAnimation();
@@ -244,29 +258,40 @@ const TPropertyTable& TAnimation::ClassProperties() {
   static const TPropertyTable table = [] {
     auto A = [](TFmxObject* o) { return static_cast<TAnimation*>(o); };
     TPropertyTable t(&TFmxObject::ClassProperties());
-    t.Stored("Duration", [A](TFmxObject* o, const TStoredValue& v) { A(o)->Duration = StoredFloat(v, "Duration"); });
+    t.Stored("Duration",
+             [A](TFmxObject* o, const TStoredValue& v) { A(o)->Duration = StoredFloat(v, "Duration"); });
     t.Stored("Delay", [A](TFmxObject* o, const TStoredValue& v) { A(o)->Delay = StoredFloat(v, "Delay"); });
     t.Stored("Loop", [A](TFmxObject* o, const TStoredValue& v) { A(o)->Loop = StoredBool(v, "Loop"); });
     t.Stored("AutoReverse",
              [A](TFmxObject* o, const TStoredValue& v) { A(o)->AutoReverse = StoredBool(v, "AutoReverse"); });
-    t.Stored("Inverse", [A](TFmxObject* o, const TStoredValue& v) { A(o)->Inverse = StoredBool(v, "Inverse"); });
-    t.Stored("Enabled", [A](TFmxObject* o, const TStoredValue& v) { A(o)->Enabled = StoredBool(v, "Enabled"); });
+    t.Stored("Inverse",
+             [A](TFmxObject* o, const TStoredValue& v) { A(o)->Inverse = StoredBool(v, "Inverse"); });
+    t.Stored("Enabled",
+             [A](TFmxObject* o, const TStoredValue& v) { A(o)->Enabled = StoredBool(v, "Enabled"); });
     t.Stored("Interpolation", [A](TFmxObject* o, const TStoredValue& v) {
-      static const char* kNames[] = {"Linear", "Quadratic", "Cubic", "Quartic", "Quintic", "Sinusoidal",
-                                     "Exponential", "Circular", "Elastic", "Back", "Bounce"};
+      static const char* kNames[] = {"Linear",  "Quadratic",  "Cubic",       "Quartic",
+                                     "Quintic", "Sinusoidal", "Exponential", "Circular",
+                                     "Elastic", "Back",       "Bounce"};
       std::string id = StoredIdentifier(v, "Interpolation");
-      if (id.rfind("it", 0) == 0 && id.size() > 2 && std::isupper(static_cast<unsigned char>(id[2]))) id = id.substr(2);
+      if (id.rfind("it", 0) == 0 && id.size() > 2 && std::isupper(static_cast<unsigned char>(id[2])))
+        id = id.substr(2);
       for (int i = 0; i < 11; ++i)
-        if (SameText(FromUtf8(id), FromUtf8(kNames[i]))) return void(A(o)->Interpolation = static_cast<TInterpolationType>(i));
+        if (SameText(FromUtf8(id), FromUtf8(kNames[i])))
+          return void(A(o)->Interpolation = static_cast<TInterpolationType>(i));
       throw EPropertyError("Unknown Interpolation value " + id);
     });
     t.Stored("AnimationType", [A](TFmxObject* o, const TStoredValue& v) {
       std::string id = StoredIdentifier(v, "AnimationType");
-      if (id.rfind("at", 0) == 0 && id.size() > 2 && std::isupper(static_cast<unsigned char>(id[2]))) id = id.substr(2);
-      if (SameText(FromUtf8(id), u"In")) A(o)->AnimationType = TAnimationType::In;
-      else if (SameText(FromUtf8(id), u"Out")) A(o)->AnimationType = TAnimationType::Out;
-      else if (SameText(FromUtf8(id), u"InOut")) A(o)->AnimationType = TAnimationType::InOut;
-      else throw EPropertyError("Unknown AnimationType value " + id);
+      if (id.rfind("at", 0) == 0 && id.size() > 2 && std::isupper(static_cast<unsigned char>(id[2])))
+        id = id.substr(2);
+      if (SameText(FromUtf8(id), u"In"))
+        A(o)->AnimationType = TAnimationType::In;
+      else if (SameText(FromUtf8(id), u"Out"))
+        A(o)->AnimationType = TAnimationType::Out;
+      else if (SameText(FromUtf8(id), u"InOut"))
+        A(o)->AnimationType = TAnimationType::InOut;
+      else
+        throw EPropertyError("Unknown AnimationType value " + id);
     });
     t.Event("OnProcess", BindEvent(&TAnimation::OnProcess, "OnProcess"));
     t.Event("OnFinish", BindEvent(&TAnimation::OnFinish, "OnFinish"));
@@ -314,10 +339,13 @@ const TPropertyTable& TFloatAnimation::ClassProperties() {
   static const TPropertyTable table = [] {
     auto A = [](TFmxObject* o) { return static_cast<TFloatAnimation*>(o); };
     TPropertyTable t(&TAnimation::ClassProperties());
-    t.Stored("PropertyName",
-             [A](TFmxObject* o, const TStoredValue& v) { A(o)->PropertyName = ToUtf8(StoredText(v, "PropertyName")); });
-    t.Stored("StartValue", [A](TFmxObject* o, const TStoredValue& v) { A(o)->StartValue = StoredFloat(v, "StartValue"); });
-    t.Stored("StopValue", [A](TFmxObject* o, const TStoredValue& v) { A(o)->StopValue = StoredFloat(v, "StopValue"); });
+    t.Stored("PropertyName", [A](TFmxObject* o, const TStoredValue& v) {
+      A(o)->PropertyName = ToUtf8(StoredText(v, "PropertyName"));
+    });
+    t.Stored("StartValue",
+             [A](TFmxObject* o, const TStoredValue& v) { A(o)->StartValue = StoredFloat(v, "StartValue"); });
+    t.Stored("StopValue",
+             [A](TFmxObject* o, const TStoredValue& v) { A(o)->StopValue = StoredFloat(v, "StopValue"); });
     t.Stored("StartFromCurrent", [A](TFmxObject* o, const TStoredValue& v) {
       A(o)->StartFromCurrent = StoredBool(v, "StartFromCurrent");
     });
@@ -354,8 +382,8 @@ void TBitmapAnimation::ProcessAnimation() {
     into.SetSize(size.Width(), size.Height());
     into.Canvas().Clear(TAlphaColors::Null);
     if (!from.IsEmpty())
-      into.Canvas().DrawBitmap(from, TRectF(0, 0, static_cast<float>(from.Width()), static_cast<float>(from.Height())),
-                               target, 1);
+      into.Canvas().DrawBitmap(
+          from, TRectF(0, 0, static_cast<float>(from.Width()), static_cast<float>(from.Height())), target, 1);
   };
   TBitmap stop;
   scaled(FStartValue, FFrame);

@@ -14,7 +14,17 @@
 namespace qx {
 
 enum class TInterpolationType {
-  Linear, Quadratic, Cubic, Quartic, Quintic, Sinusoidal, Exponential, Circular, Elastic, Back, Bounce
+  Linear,
+  Quadratic,
+  Cubic,
+  Quartic,
+  Quintic,
+  Sinusoidal,
+  Exponential,
+  Circular,
+  Elastic,
+  Back,
+  Bounce
 };
 enum class TAnimationType { In, Out, InOut };
 
@@ -55,6 +65,8 @@ class TAnimation : public TFmxObject {
   static int AniFrameRate;
   // The class-wide thread, made on first need.
   static TAniThreadBase* AniThread();
+  // Whether the class-wide thread stands, without making one.
+  static bool AniThreadAssigned();
   // Ends the class-wide thread (global teardown).
   static void ShutdownAniThread();
 

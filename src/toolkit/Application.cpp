@@ -1,5 +1,6 @@
 #include "toolkit/Application.h"
 
+#include "platform/MessageLoop.h"
 #include "toolkit/Animation.h"
 #include "toolkit/Managers.h"
 #include "toolkit/PlatformServices.h"
@@ -12,7 +13,10 @@ TApplication& Application() {
 }
 
 void TApplication::ProcessMessages() {
-  if (MessagePump) MessagePump();
+  if (MessagePump)
+    MessagePump();
+  else
+    DispatchPendingMessages();
   // Only the work queued before this call; work queued meanwhile waits for the next one.
   std::size_t count = FQueue.size();
   for (std::size_t i = 0; i < count && !FQueue.empty(); ++i) {

@@ -15,7 +15,8 @@ class TCommonCustomForm;
 
 class TApplication {
  public:
-  // Runs queued work and, once the platform layer set a pump, pending window messages.
+  // Dispatches the pending window messages (through MessagePump when one is set),
+  // then runs queued work.
   void ProcessMessages();
   // Work to run on the next ProcessMessages, in order.
   void Queue(std::function<void()> work) { FQueue.push_back(std::move(work)); }
@@ -29,7 +30,9 @@ class TApplication {
 
   // The native window that counts as the application's window, asked for when needed.
   using TApplicationWindowFunc = std::function<std::uintptr_t()>;
-  void SetApplicationWindowCallback(TApplicationWindowFunc callback) { FWindowCallback = std::move(callback); }
+  void SetApplicationWindowCallback(TApplicationWindowFunc callback) {
+    FWindowCallback = std::move(callback);
+  }
   std::uintptr_t ApplicationWindow() const { return FWindowCallback ? FWindowCallback() : 0; }
 
   void Reset();

@@ -21,6 +21,7 @@ TCommonCustomForm::~TCommonCustomForm() {
   Unwatch(FPanTarget);
   Unwatch(FDownTarget);
   FCaptured = FHovered = FFocused = FDragTarget = FPanTarget = FDownTarget = nullptr;
+  DestroyHandle();
 }
 
 // ---- watched controls: cleared when they die
@@ -32,8 +33,8 @@ void TCommonCustomForm::Watch(TControl* control) {
 void TCommonCustomForm::Unwatch(TControl* control) {
   if (!control) return;
   // Still referenced through another field? Keep watching.
-  int uses = (FCaptured == control) + (FHovered == control) + (FFocused == control) + (FDragTarget == control) +
-             (FPanTarget == control) + (FDownTarget == control);
+  int uses = (FCaptured == control) + (FHovered == control) + (FFocused == control) +
+             (FDragTarget == control) + (FPanTarget == control) + (FDownTarget == control);
   if (uses <= 1) control->RemoveFreeNotify(this);
 }
 
@@ -92,6 +93,10 @@ void TCommonCustomForm::SetBounds(int left, int top, int width, int height) {
   bool sized = width != FWidth || height != FHeight;
   if (!sized && left == FLeft && top == FTop) return;
   SetBoundsFields(left, top, width, height);
+  // Fields first: the window's own size and move messages then find nothing to do.
+  if (FHandle)
+    Platform().SetWindowPos(FHandle, nullptr, FLeft, FTop, FWidth, FHeight,
+                            win::SWP_NOZORDER | win::SWP_NOACTIVATE);
   if (sized) {
     Realign();
     Resize();
@@ -108,10 +113,15 @@ void TCommonCustomForm::SetVisible(bool value) {
   FVisible = value;
   if (value) {
     HandleNeed();
+    // A window shown already (a popup embedded with SW_SHOWNA) is not shown again.
+    if (FHandle &&
+        !(static_cast<std::uint32_t>(Platform().GetWindowLongW(FHandle, win::GWL_STYLE)) & win::WS_VISIBLE))
+      Platform().ShowWindow(FHandle, FormStyle == TFormStyle::Popup ? win::SW_SHOWNOACTIVATE : win::SW_SHOW);
     Invalidate();
     if (OnShow) OnShow(this);
   } else {
     SetCaptured(nullptr);
+    if (FHandle) Platform().ShowWindow(FHandle, win::SW_HIDE);
     if (OnHide) OnHide(this);
   }
 }
@@ -318,7 +328,16 @@ void TCommonCustomForm::TouchUp(TPointF point) {
 // ---- painting
 
 void TCommonCustomForm::Invalidate(const TRectF& clientRect) {
-  FUpdateRect = FUpdateRect.Union(clientRect.Intersect(ClientRect()));
+  TRectF changed = clientRect.Intersect(ClientRect());
+  if (changed.IsEmpty()) return;
+  FUpdateRect = FUpdateRect.Union(changed);
+  if (FHandle) {
+    Rect r{static_cast<std::int32_t>(std::floor(changed.Left)),
+           static_cast<std::int32_t>(std::floor(changed.Top)),
+           static_cast<std::int32_t>(std::ceil(changed.Right)),
+           static_cast<std::int32_t>(std::ceil(changed.Bottom))};
+    Platform().InvalidateRect(FHandle, &r, false);
+  }
 }
 
 void TCommonCustomForm::PaintTo(TCanvas& canvas) {
@@ -360,18 +379,26 @@ const TPropertyTable& TCommonCustomForm::ClassProperties() {
     t.Stored("Height", intProp(&TCommonCustomForm::SetHeight, "Height"));
     t.Stored("ClientWidth", intProp(&TCommonCustomForm::SetClientWidth, "ClientWidth"));
     t.Stored("ClientHeight", intProp(&TCommonCustomForm::SetClientHeight, "ClientHeight"));
-    t.Stored("Caption", [F](TFmxObject* o, const TStoredValue& v) { F(o)->Caption = StoredText(v, "Caption"); });
-    t.Stored("Transparency",
-             [F](TFmxObject* o, const TStoredValue& v) { F(o)->Transparency = StoredBool(v, "Transparency"); });
-    t.Stored("Visible", [F](TFmxObject* o, const TStoredValue& v) { F(o)->SetVisible(StoredBool(v, "Visible")); });
-    t.Stored("Fill.Color", [F](TFmxObject* o, const TStoredValue& v) { F(o)->Fill.Color = StoredColor(v, "Fill.Color"); });
+    t.Stored("Caption",
+             [F](TFmxObject* o, const TStoredValue& v) { F(o)->Caption = StoredText(v, "Caption"); });
+    t.Stored("Transparency", [F](TFmxObject* o, const TStoredValue& v) {
+      F(o)->Transparency = StoredBool(v, "Transparency");
+    });
+    t.Stored("Visible",
+             [F](TFmxObject* o, const TStoredValue& v) { F(o)->SetVisible(StoredBool(v, "Visible")); });
+    t.Stored("Fill.Color",
+             [F](TFmxObject* o, const TStoredValue& v) { F(o)->Fill.Color = StoredColor(v, "Fill.Color"); });
     t.Stored("BorderStyle", [F](TFmxObject* o, const TStoredValue& v) {
       std::string id = StoredIdentifier(v, "BorderStyle");
       static const std::pair<const char*, TFmxFormBorderStyle> kNames[] = {
-          {"None", TFmxFormBorderStyle::None}, {"Single", TFmxFormBorderStyle::Single},
-          {"Sizeable", TFmxFormBorderStyle::Sizeable}, {"ToolWindow", TFmxFormBorderStyle::ToolWindow},
-          {"SizeToolWin", TFmxFormBorderStyle::SizeToolWin}, {"bsNone", TFmxFormBorderStyle::None},
-          {"bsSingle", TFmxFormBorderStyle::Single}, {"bsSizeable", TFmxFormBorderStyle::Sizeable}};
+          {"None", TFmxFormBorderStyle::None},
+          {"Single", TFmxFormBorderStyle::Single},
+          {"Sizeable", TFmxFormBorderStyle::Sizeable},
+          {"ToolWindow", TFmxFormBorderStyle::ToolWindow},
+          {"SizeToolWin", TFmxFormBorderStyle::SizeToolWin},
+          {"bsNone", TFmxFormBorderStyle::None},
+          {"bsSingle", TFmxFormBorderStyle::Single},
+          {"bsSizeable", TFmxFormBorderStyle::Sizeable}};
       for (auto& [name, value] : kNames)
         if (id == name) return void(F(o)->BorderStyle = value);
       throw EPropertyError("Unknown BorderStyle value " + id);
@@ -379,8 +406,9 @@ const TPropertyTable& TCommonCustomForm::ClassProperties() {
     t.Stored("FormStyle", [F](TFmxObject* o, const TStoredValue& v) {
       std::string id = StoredIdentifier(v, "FormStyle");
       static const std::pair<const char*, TFormStyle> kNames[] = {
-          {"Normal", TFormStyle::Normal}, {"Popup", TFormStyle::Popup}, {"StayOnTop", TFormStyle::StayOnTop},
-          {"fsNormal", TFormStyle::Normal}, {"fsPopup", TFormStyle::Popup}, {"fsStayOnTop", TFormStyle::StayOnTop}};
+          {"Normal", TFormStyle::Normal},       {"Popup", TFormStyle::Popup},
+          {"StayOnTop", TFormStyle::StayOnTop}, {"fsNormal", TFormStyle::Normal},
+          {"fsPopup", TFormStyle::Popup},       {"fsStayOnTop", TFormStyle::StayOnTop}};
       for (auto& [name, value] : kNames)
         if (id == name) return void(F(o)->FormStyle = value);
       throw EPropertyError("Unknown FormStyle value " + id);

@@ -1,11 +1,14 @@
 #pragma once
 
 // Forms: a root of controls with bounds, style and input routing, rendered into
-// a bitmap. The native window comes from the platform layer (HandleNeed).
+// a bitmap. HandleNeed gives a form a native window of the platform: its messages
+// become the form's input, and its paint shows the form's picture.
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
+#include "platform/Platform.h"
 #include "toolkit/Bitmap.h"
 #include "toolkit/Control.h"
 #include "toolkit/StoredLayout.h"
@@ -36,8 +39,9 @@ class TCommonCustomForm : public TFmxObject {
   void SetClientWidth(int v) { SetWidth(v); }
   void SetClientHeight(int v) { SetHeight(v); }
   TRectF ClientRect() const { return {0, 0, static_cast<float>(FWidth), static_cast<float>(FHeight)}; }
-  TPointF ScreenToClient(TPointF p) const { return {p.X - static_cast<float>(FLeft), p.Y - static_cast<float>(FTop)}; }
-  TPointF ClientToScreen(TPointF p) const { return {p.X + static_cast<float>(FLeft), p.Y + static_cast<float>(FTop)}; }
+  // Through the native window where there is one (it may be a child of another window).
+  TPointF ScreenToClient(TPointF p) const;
+  TPointF ClientToScreen(TPointF p) const;
 
   // ---- style
   TFmxFormBorderStyle BorderStyle = TFmxFormBorderStyle::Sizeable;
@@ -51,8 +55,17 @@ class TCommonCustomForm : public TFmxObject {
   void SetVisible(bool value);
   void Show() { SetVisible(true); }
   void Hide() { SetVisible(false); }
-  // Forces the native window to exist (the platform layer's part).
-  virtual void HandleNeed() {}
+  // ---- the native window
+  // Forces the native window to exist: a top-level popup window owned by the
+  // application's window, at the form's bounds, hidden until the form is shown.
+  virtual void HandleNeed();
+  // The native window, or null while there is none (also after someone else destroyed it).
+  HWnd Handle() const { return FHandle; }
+  // Destroys the native window; the form lives on and can make a new one.
+  void DestroyHandle();
+  // The form's answer to a message of its window.
+  virtual LResult HandleMessage(std::uint32_t msg, WParam wParam, LParam lParam);
+  static constexpr char16_t kWindowClassName[] = u"QxFormWindow";
 
   // ---- content
   // Builds the form's controls from a stored layout (its outermost object is the form).
@@ -104,6 +117,9 @@ class TCommonCustomForm : public TFmxObject {
   static const TPropertyTable& ClassProperties();
 
  protected:
+  // Right after the native window was made, and right before it goes away.
+  virtual void HandleCreated() {}
+  virtual void HandleDestroying() {}
   virtual void Resize();
   void Notification(TFmxObject* object) override;
   void DoAddObject(TFmxObject* object) override;
@@ -116,6 +132,17 @@ class TCommonCustomForm : public TFmxObject {
   void Unwatch(TControl* control);
   void SetHovered(TControl* control);
   TControl* GestureTarget(TPointF point) const;
+  // Window messages, by kind (FormWindow.cpp).
+  static LResult QX_STDCALL WindowProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam);
+  void CreateHandle();
+  bool WindowMouse(std::uint32_t msg, WParam wParam, LParam lParam);
+  bool WindowWheel(std::uint32_t msg, WParam wParam, LParam lParam);
+  void WindowTouch(WParam wParam, LParam lParam);
+  void WindowKey(std::uint32_t msg, WParam wParam);
+  void WindowSized(int width, int height);
+  void WindowMoved(int left, int top);
+  void WindowPaint();
+  bool IsDoubleClick(TMouseButton button, int x, int y);
 
   int FLeft = 0, FTop = 0, FWidth = 640, FHeight = 480;
   bool FVisible = false;
@@ -131,6 +158,16 @@ class TCommonCustomForm : public TFmxObject {
   bool FPanning = false;
   TRectF FUpdateRect;
   TBitmap FSurface;
+  HWnd FHandle = nullptr;
+  bool FTrackingLeave = false;
+  bool FReleasingCapture = false;
+  // The last button press, to make double clicks out of two presses.
+  struct TLastPress {
+    TMouseButton Button = TMouseButton::mbLeft;
+    std::uint32_t Time = 0;
+    int X = 0, Y = 0;
+    bool Valid = false;
+  } FLastPress;
 };
 
 class TCustomForm : public TCommonCustomForm {

@@ -50,7 +50,7 @@ inline constexpr TInteractiveGestureFlags End = 4;
 }  // namespace gf
 
 // Gesture ids as the platform numbers them.
-inline constexpr int igiPan = 262;
+inline constexpr int igiPan = 260;
 
 struct TGestureEventInfo {
   int GestureID = 0;

@@ -237,5 +237,20 @@ TEST_F(TimerServiceTest, SecondInstallFailsAndLeavesEverythingInPlace) {
   EXPECT_NO_THROW(InstallAnimationThread());
 }
 
+TEST_F(TimerServiceTest, InstallFailsOnceTheToolkitsOwnThreadStands) {
+  EXPECT_FALSE(TAnimation::AniThreadAssigned());
+  // An animation started before the install brings up the toolkit's default thread.
+  TCountingAnimation early;
+  early.Duration = 1;
+  early.Start();
+  ASSERT_TRUE(TAnimation::AniThreadAssigned());
+  TAniThreadBase* standing = TAnimation::AniThread();
+  IFMXTimerService* registered = Registered();
+  EXPECT_THROW(InstallAnimationThread(), EAnimationInstallError);
+  EXPECT_EQ(TAniThread::Installed(), nullptr);
+  EXPECT_EQ(TAnimation::AniThread(), standing);
+  EXPECT_EQ(Registered(), registered);
+}
+
 }  // namespace
 }  // namespace qx
