@@ -66,6 +66,8 @@ class TCommonCustomForm : public TFmxObject {
   // The form's answer to a message of its window.
   virtual LResult HandleMessage(std::uint32_t msg, WParam wParam, LParam lParam);
   static constexpr char16_t kWindowClassName[] = u"QxFormWindow";
+  // The procedure of that class, which hands messages to HandleMessage.
+  static WndProc WindowClassProc() { return &WindowProc; }
 
   // ---- content
   // Builds the form's controls from a stored layout (its outermost object is the form).

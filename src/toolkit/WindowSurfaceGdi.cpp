@@ -3,9 +3,13 @@
 
 #ifdef _WIN32
 
-#include <windows.h>
-
+// Our header first: after <windows.h> the platform's Win32 names are macros.
 #include "toolkit/WindowSurface.h"
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
 
 namespace qx {
 

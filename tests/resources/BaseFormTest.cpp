@@ -5,6 +5,7 @@
 #include "platform/portable/ScopedPortableOs.h"
 #include "resources/BaseFormXE7.h"
 #include "toolkit/Application.h"
+#include "toolkit/Image.h"
 
 namespace qx {
 namespace {
@@ -28,8 +29,8 @@ class TTestForm : public TBaseFormXE7 {
   }
   void HandleNeed() override {
     if (FWnd) return;
-    FWnd = Platform().CreateWindowExW(0, u"QxTestForm", u"", win::WS_POPUP, Left(), Top(), Width(), Height(), nullptr,
-                                      nullptr);
+    FWnd = Platform().CreateWindowExW(0, u"QxTestForm", u"", win::WS_POPUP, Left(), Top(), Width(), Height(),
+                                      nullptr, nullptr);
     if (Subclass) SubclassWindow(FWnd);
   }
   HWnd FormHandle() const override { return FWnd; }
@@ -125,7 +126,8 @@ TEST_F(BaseFormTest, FormsWithoutAWindowAskTheResolver) {
   form.SetBounds(1, 2, 30, 40);  // no window: the fields only
   EXPECT_EQ(form.Width(), 30);
   HWnd hwnd = os_->CreateWindowExW(0, u"QxTestForm", u"", win::WS_POPUP, 0, 0, 10, 10, nullptr, nullptr);
-  TBaseFormXE7::SetFormHandleResolver([&](const TCommonCustomForm* f) { return f == &form ? hwnd : nullptr; });
+  TBaseFormXE7::SetFormHandleResolver(
+      [&](const TCommonCustomForm* f) { return f == &form ? hwnd : nullptr; });
   EXPECT_EQ(form.FormHandle(), hwnd);
   form.SetBounds(5, 6, 30, 40);
   EXPECT_EQ(WindowRectIn(hwnd, nullptr), (Rect{5, 6, 35, 46}));
@@ -133,9 +135,72 @@ TEST_F(BaseFormTest, FormsWithoutAWindowAskTheResolver) {
   os_->DestroyWindow(hwnd);
 }
 
+TEST_F(BaseFormTest, TheToolkitsOwnWindowIsTheFormHandle) {
+  TBaseFormXE7 form;
+  form.SetBounds(0, 0, 100, 20);
+  form.HandleNeed();
+  EXPECT_NE(form.FormHandle(), nullptr);
+  EXPECT_EQ(form.FormHandle(), form.Handle());
+  // Bounds compare against that window.
+  form.SetBounds(4, 5, 100, 20);
+  EXPECT_EQ(WindowRectIn(form.Handle(), nullptr), (Rect{4, 5, 104, 25}));
+}
+
+TEST_F(BaseFormTest, ChildEmbeddingMakesAChildOfTheHostWindow) {
+  HWnd host = os_->CreateWindowExW(0, u"QxTestForm", u"host", win::WS_POPUP | win::WS_VISIBLE, 100, 100, 800,
+                                   600, nullptr, nullptr);
+  TBaseFormXE7 form;
+  form.SetBounds(0, 0, 300, 24);
+  int clicks = 0;
+  auto* image = new TImage(&form);
+  image->SetBounds(0, 0, 300, 24);
+  image->OnClick = [&](TFmxObject*) { ++clicks; };
+  form.AddObject(image);
+  HWnd hwnd = EmbedChildForm(form, host);
+  ASSERT_NE(hwnd, nullptr);
+  EXPECT_EQ(hwnd, form.Handle());
+  auto style = static_cast<std::uint32_t>(os_->GetWindowLongW(hwnd, win::GWL_STYLE));
+  EXPECT_TRUE(style & win::WS_CHILD);
+  EXPECT_FALSE(style & win::WS_POPUP);
+  EXPECT_EQ(os_->GetParent(hwnd), host);
+  EXPECT_TRUE(os_->IsChild(host, hwnd));
+  form.SetBounds(10, 30, 300, 24);
+  form.Show();
+  EXPECT_EQ(WindowRectIn(hwnd, host), (Rect{10, 30, 310, 54}));
+  // Clicked where it now stands inside the host.
+  os_->InjectMouseAtScreen(win::WM_LBUTTONDOWN, Point{100 + 20, 100 + 40}, win::MK_LBUTTON);
+  os_->InjectMouseAtScreen(win::WM_LBUTTONUP, Point{100 + 20, 100 + 40}, 0);
+  EXPECT_EQ(clicks, 1);
+  // No host window: nothing is made.
+  TBaseFormXE7 orphan;
+  EXPECT_EQ(EmbedChildForm(orphan, nullptr), nullptr);
+  EXPECT_EQ(orphan.Handle(), nullptr);
+  os_->DestroyWindow(host);
+}
+
+TEST_F(BaseFormTest, SubclassingEndsWhenTheHostDestroysTheWindow) {
+  std::size_t freeBefore = FreeObjectInstanceCount();
+  HWnd host =
+      os_->CreateWindowExW(0, u"QxTestForm", u"host", win::WS_POPUP, 0, 0, 800, 600, nullptr, nullptr);
+  class TSubclassedForm : public TBaseFormXE7 {
+   public:
+    using TBaseFormXE7::TBaseFormXE7;
+
+   protected:
+    void HandleCreated() override { SubclassWindow(Handle()); }
+  } form;
+  EmbedChildForm(form, host);
+  EXPECT_EQ(form.OldInstance(), TCommonCustomForm::WindowClassProc());
+  EXPECT_EQ(FreeObjectInstanceCount(), freeBefore - 1);
+  os_->DestroyWindow(host);
+  EXPECT_EQ(form.Handle(), nullptr);
+  EXPECT_EQ(form.ObjectInstance(), nullptr);
+  EXPECT_EQ(FreeObjectInstanceCount(), freeBefore);
+}
+
 TEST_F(BaseFormTest, PopupEmbeddingDoesNotTakeTheActivation) {
-  HWnd host = os_->CreateWindowExW(0, u"QxTestForm", u"host", win::WS_POPUP | win::WS_VISIBLE, 100, 100, 800, 600,
-                                   nullptr, nullptr);
+  HWnd host = os_->CreateWindowExW(0, u"QxTestForm", u"host", win::WS_POPUP | win::WS_VISIBLE, 100, 100, 800,
+                                   600, nullptr, nullptr);
   os_->SetFocus(host);
   TTestForm form;
   form.SetVisible(false);
@@ -166,7 +231,8 @@ TEST_F(BaseFormTest, SubclassingKeepsTheOldProcedure) {
     form.HandleNeed();
     HWnd hwnd = form.FormHandle();
     EXPECT_EQ(form.OldInstance(), &TClassProc::Proc);
-    EXPECT_EQ(reinterpret_cast<WndProc>(os_->GetWindowLongPtrW(hwnd, win::GWL_WNDPROC)), form.ObjectInstance());
+    EXPECT_EQ(reinterpret_cast<WndProc>(os_->GetWindowLongPtrW(hwnd, win::GWL_WNDPROC)),
+              form.ObjectInstance());
     EXPECT_EQ(FreeObjectInstanceCount(), freeBefore - 1);
     // Answered by the form; the old procedure never sees it.
     EXPECT_EQ(os_->SendMessageW(hwnd, win::WM_USER + 1, 0, 0), 42);
@@ -213,10 +279,12 @@ TEST_F(BaseFormTest, ObjectInstancesRunOutAndComeBack) {
 TEST_F(BaseFormTest, WindowSearchFindsThisProcessByClassName) {
   os_->RegisterClassW(u"MoorLandingWindow", os_->DefWindowProcAddress());
   EXPECT_EQ(FindProcessWindowByClassName(u"MoorLandingWindow"), nullptr);
-  HWnd foreign = os_->CreateWindowExW(0, u"MoorLandingWindow", u"", win::WS_POPUP, 0, 0, 10, 10, nullptr, nullptr);
+  HWnd foreign =
+      os_->CreateWindowExW(0, u"MoorLandingWindow", u"", win::WS_POPUP, 0, 0, 10, 10, nullptr, nullptr);
   os_->SetWindowProcessId(foreign, os_->GetCurrentProcessId() + 1);
   EXPECT_EQ(FindProcessWindowByClassName(u"MoorLandingWindow"), nullptr);
-  HWnd own = os_->CreateWindowExW(0, u"MoorLandingWindow", u"", win::WS_POPUP, 0, 0, 10, 10, nullptr, nullptr);
+  HWnd own =
+      os_->CreateWindowExW(0, u"MoorLandingWindow", u"", win::WS_POPUP, 0, 0, 10, 10, nullptr, nullptr);
   // The foreign one stands in front now; it is still skipped.
   os_->SetWindowPos(foreign, win::HWND_TOP, 0, 0, 0, 0, win::SWP_NOMOVE | win::SWP_NOSIZE);
   EXPECT_EQ(FindProcessWindowByClassName(u"moorlandingwindow"), own);

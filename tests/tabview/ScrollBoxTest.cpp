@@ -363,6 +363,32 @@ TEST_F(ScrollBoxTest, PanGestureDrivesTheCalculations) {
   EXPECT_TRUE(box.TouchEnabled());
 }
 
+TEST_F(ScrollBoxTest, TouchOnTheFormsWindowPansTheBox) {
+  TForm form;
+  form.SetBounds(0, 0, 200, 100);
+  StripBox box;
+  box.SetParent(&form);
+  Fill(box, 1000, 100);
+  box.AniCalculations().TouchTracking = ttrack::Horizontal;
+  form.Show();
+  HWnd hwnd = form.Handle();
+  ASSERT_TRUE(os_->RegisterTouchWindow(hwnd, 0));
+  auto touch = [&](int x, std::uint32_t flags) {
+    TouchInput point;
+    point.x = x * 100;
+    point.y = 50 * 100;
+    point.dwFlags = flags | win::TOUCHEVENTF_PRIMARY;
+    os_->InjectTouch(hwnd, {point});
+  };
+  touch(150, win::TOUCHEVENTF_DOWN);
+  touch(140, win::TOUCHEVENTF_MOVE);
+  EXPECT_TRUE(box.AniCalculations().Down());
+  touch(90, win::TOUCHEVENTF_MOVE);
+  EXPECT_EQ(box.AniCalculations().ViewportPosition().X, 50);
+  touch(90, win::TOUCHEVENTF_UP);
+  EXPECT_FALSE(box.AniCalculations().Down());
+}
+
 TEST_F(ScrollBoxTest, MouseUpEventsWrapTheBaseAndSizeChangesAreTold) {
   StripBox box;
   Fill(box, 1000, 100);
@@ -443,12 +469,14 @@ TEST_F(ScrollBoxTest, ScrollingBehaviourComesFromStyleThenPlatform) {
     EXPECT_FALSE(box.AniCalculations().Animation);
     EXPECT_EQ(box.AniCalculations().TouchTracking, 0u);
   }
-  TPlatformServices::Current().AddPlatformService(ComPtr<IFMXSystemInformationService>(MakeCom<TFixedBehaviour>()));
+  TPlatformServices::Current().AddPlatformService(
+      ComPtr<IFMXSystemInformationService>(MakeCom<TFixedBehaviour>()));
   StripBox box;
   EXPECT_EQ(box.GetScrollingBehaviours(), sbh::Animation | sbh::Bounces);
   EXPECT_TRUE(box.AniCalculations().Animation);
   EXPECT_TRUE(box.AniCalculations().BoundsAnimation);
-  SetStyleDescriptionTargetFunc([](const TFmxObject*) { return std::u16string(u"Win [METROPOLISUI] Modern"); });
+  SetStyleDescriptionTargetFunc(
+      [](const TFmxObject*) { return std::u16string(u"Win [METROPOLISUI] Modern"); });
   // Without a scene the style description does not count.
   EXPECT_EQ(box.GetScrollingBehaviours(), sbh::Animation | sbh::Bounces);
   box.SetParent(&form);
@@ -476,8 +504,8 @@ TEST_F(ScrollBoxTest, TouchInputFromSourceOrExtraInfo) {
   EXPECT_EQ(InputSourceFromExtraInfo(static_cast<LParam>(0x12345680u)), kInputSourceMouse);
 
   os_->RegisterClassW(u"InputProbe", &TInputProbe::Proc);
-  HWnd window = os_->CreateWindowExW(0, u"InputProbe", u"", win::WS_POPUP | win::WS_VISIBLE, 0, 0, 100, 100, nullptr,
-                                     nullptr);
+  HWnd window = os_->CreateWindowExW(0, u"InputProbe", u"", win::WS_POPUP | win::WS_VISIBLE, 0, 0, 100, 100,
+                                     nullptr, nullptr);
   ASSERT_NE(window, nullptr);
   TInputProbe::Answers.clear();
   auto press = [&](LParam extra) {

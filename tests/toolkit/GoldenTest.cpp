@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "ToolkitFixture.h"
+#include "platform/portable/ScopedPortableOs.h"
 #include "toolkit/Effects.h"
 #include "toolkit/Form.h"
 #include "toolkit/Image.h"
@@ -33,7 +34,8 @@ void CompareWithGolden(const TBitmap& picture, const std::string& name) {
       std::uint32_t a = picture.Pixel(x, y), b = expected->Pixel(x, y);
       int diff = 0;
       for (int s = 0; s < 32; s += 8)
-        diff = std::max(diff, std::abs(static_cast<int>((a >> s) & 0xFF) - static_cast<int>((b >> s) & 0xFF)));
+        diff =
+            std::max(diff, std::abs(static_cast<int>((a >> s) & 0xFF) - static_cast<int>((b >> s) & 0xFF)));
       worst = std::max(worst, diff);
       if (diff > 2) ++off;
     }
@@ -42,8 +44,8 @@ void CompareWithGolden(const TBitmap& picture, const std::string& name) {
   EXPECT_LE(worst, 24);
 }
 
-TEST_F(ToolkitGolden, SmallScene) {
-  TForm form;
+// A background, a stretched translucent gradient, a clipped paint box and a blur.
+void BuildSmallScene(TForm& form) {
   form.SetBounds(0, 0, 64, 32);
   form.Fill.Color = 0xFF203040u;
 
@@ -80,8 +82,38 @@ TEST_F(ToolkitGolden, SmallScene) {
   auto* blur = new TBlurEffect(&form);
   blur->SetSoftness(0.2f);
   blurred->AddObject(blur);
+}
 
+TEST_F(ToolkitGolden, SmallScene) {
+  TForm form;
+  BuildSmallScene(form);
   CompareWithGolden(form.RenderToBitmap(), "small_scene.png");
+}
+
+TEST_F(ToolkitGolden, SmallSceneInAReparentedWindow) {
+  TScopedPortableOs os;
+  os->RegisterClassW(u"QxGoldenHost", os->DefWindowProcAddress());
+  HWnd host = os->CreateWindowExW(0, u"QxGoldenHost", u"", win::WS_POPUP | win::WS_VISIBLE, 40, 40, 200, 100,
+                                  nullptr, nullptr);
+  {
+    TForm form;
+    BuildSmallScene(form);
+    form.HandleNeed();
+    HWnd hwnd = form.Handle();
+    os->SetWindowLongW(hwnd, win::GWL_STYLE, static_cast<std::int32_t>(win::WS_CHILD));
+    os->SetParent(hwnd, host);
+    form.SetBounds(12, 8, 64, 32);
+    form.Show();
+    os->ProcessMessages();
+    TWindowPixels pixels;
+    ASSERT_TRUE(os->ReadWindowPixels(hwnd, &pixels));
+    ASSERT_EQ(pixels.width, 64);
+    ASSERT_EQ(pixels.height, 32);
+    TBitmap shown(pixels.width, pixels.height);
+    std::copy(pixels.pixels.begin(), pixels.pixels.end(), shown.Bits());
+    CompareWithGolden(shown, "small_scene.png");
+  }
+  os->DestroyWindow(host);
 }
 
 }  // namespace
