@@ -2,6 +2,7 @@
 
 #include "platform/MessageLoop.h"
 #include "toolkit/Animation.h"
+#include "toolkit/Form.h"
 #include "toolkit/Managers.h"
 #include "toolkit/PlatformServices.h"
 
@@ -53,6 +54,9 @@ void TToolkit::Finalize() {
   TContextManager::UnInitialize();
   TShaderManager::UnInitialize();
   TPlatformServices::Current().Clear();
+  // The library may be unloaded next: its window class must not outlive its procedure.
+  // (The system refuses while a window of the class still stands.)
+  Platform().UnregisterClassW(TCommonCustomForm::kWindowClassName);
   ++FFinalizeCount;
 }
 

@@ -47,7 +47,8 @@ TApplication& Application();
 class TToolkit {
  public:
   // Global teardown: stops the animation thread, clears the application's
-  // hooks, un-initialises every manager and removes every platform service.
+  // hooks, un-initialises every manager, removes every platform service and
+  // unregisters the forms' window class.
   // After it no toolkit call is made (the toolkit would start afresh if one were).
   static void Finalize();
   static int FinalizeCount() { return FFinalizeCount; }

@@ -330,6 +330,18 @@ TEST_F(ToolkitFormWindow, AWindowDestroyedWithItsParentIsForgotten) {
   EXPECT_EQ(os_->WindowCount(), withWindow - 1);
 }
 
+TEST_F(ToolkitFormWindow, TeardownUnregistersTheWindowClass) {
+  form->HandleNeed();
+  EXPECT_TRUE(os_->GetClassInfoW(TCommonCustomForm::kWindowClassName, nullptr));
+  form.reset();
+  TToolkit::Finalize();
+  EXPECT_FALSE(os_->GetClassInfoW(TCommonCustomForm::kWindowClassName, nullptr));
+  // A toolkit started afresh registers it again.
+  TForm again;
+  again.HandleNeed();
+  EXPECT_NE(again.Handle(), nullptr);
+}
+
 TEST_F(ToolkitFormWindow, HandlerErrorsStopAtTheWindowProcedure) {
   Embed(0, 0);
   std::string caught;
