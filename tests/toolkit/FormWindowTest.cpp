@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "MouseLog.h"
 #include "ToolkitFixture.h"
 #include "platform/portable/ScopedPortableOs.h"
 #include "toolkit/Application.h"
@@ -53,19 +54,7 @@ class ToolkitFormWindow : public test::ToolkitTest {
     c->SetBounds(x, 0, 100, 50);
     c->Bitmap().SetSize(1, 1);
     form->AddObject(c);
-    c->OnMouseEnter = [this, n](TFmxObject*) { log.push_back(n + ".enter"); };
-    c->OnMouseLeave = [this, n](TFmxObject*) { log.push_back(n + ".leave"); };
-    c->OnMouseDown = [this, n](TFmxObject*, TMouseButton, TShiftState, float x, float y) {
-      log.push_back(n + ".down " + std::to_string(int(x)) + "," + std::to_string(int(y)));
-    };
-    c->OnMouseMove = [this, n](TFmxObject*, TShiftState, float x, float) {
-      log.push_back(n + ".move " + std::to_string(int(x)));
-    };
-    c->OnMouseUp = [this, n](TFmxObject*, TMouseButton, TShiftState, float, float) {
-      log.push_back(n + ".up");
-    };
-    c->OnClick = [this, n](TFmxObject*) { log.push_back(n + ".click"); };
-    c->OnDblClick = [this, n](TFmxObject*) { log.push_back(n + ".dblclick"); };
+    test::LogMouseEvents(c, n, log);
     return c;
   }
   // What a plug-in does with its form: child style, then into the host's window.

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "MouseLog.h"
 #include "ToolkitFixture.h"
 #include "toolkit/Edit.h"
 #include "toolkit/Form.h"
@@ -31,17 +32,7 @@ class ToolkitInput : public test::ToolkitTest {
     c->SetBounds(x, y, 100, 100);
     form->AddObject(c);
     std::string n(name.begin(), name.end());
-    c->OnMouseEnter = [this, n](TFmxObject*) { log.push_back(n + ".enter"); };
-    c->OnMouseLeave = [this, n](TFmxObject*) { log.push_back(n + ".leave"); };
-    c->OnMouseDown = [this, n](TFmxObject*, TMouseButton, TShiftState, float x, float y) {
-      log.push_back(n + ".down " + std::to_string(int(x)) + "," + std::to_string(int(y)));
-    };
-    c->OnMouseMove = [this, n](TFmxObject*, TShiftState, float x, float) {
-      log.push_back(n + ".move " + std::to_string(int(x)));
-    };
-    c->OnMouseUp = [this, n](TFmxObject*, TMouseButton, TShiftState, float, float) { log.push_back(n + ".up"); };
-    c->OnClick = [this, n](TFmxObject*) { log.push_back(n + ".click"); };
-    c->OnDblClick = [this, n](TFmxObject*) { log.push_back(n + ".dblclick"); };
+    test::LogMouseEvents(c, n, log);
     return c;
   }
   std::unique_ptr<TForm> form;
@@ -56,8 +47,8 @@ TEST_F(ToolkitInput, EnterLeaveMoveAndClick) {
   form->MouseDown(TMouseButton::mbLeft, ss::Left, 120, 30);
   form->MouseUp(TMouseButton::mbLeft, 0, 121, 30);
   form->MouseLeave();
-  std::vector<std::string> expected = {"a.enter", "a.move 10", "a.leave", "b.enter", "b.move 10",
-                                       "b.down 20,30", "b.up", "b.click", "b.leave"};
+  std::vector<std::string> expected = {"a.enter",      "a.move 10", "a.leave", "b.enter", "b.move 10",
+                                       "b.down 20,30", "b.up",      "b.click", "b.leave"};
   EXPECT_EQ(log, expected);
 }
 
@@ -146,7 +137,8 @@ TEST_F(ToolkitInput, DragEnterOverDropLeave) {
   EXPECT_EQ(op, TDragOperation::Move);
   form->DragOver(data, {150, 10}, op);
   form->DragDrop(data, {150, 10});
-  std::vector<std::string> expected = {"a.enter 10", "a.over", "a.leave", "b.enter 150", "b.over", "b.drop 1"};
+  std::vector<std::string> expected = {"a.enter 10",  "a.over", "a.leave",
+                                       "b.enter 150", "b.over", "b.drop 1"};
   EXPECT_EQ(drag, expected);
 }
 
