@@ -11,9 +11,9 @@
 namespace qx {
 namespace {
 
+// The thumbnail is the caller's, so it outlives the images that show it.
 void BuildStrip(TForm& form, TBitmap& thumbnail) {
   form.SetBounds(0, 0, 1920, 54);
-  TBitmap thumbnail;
   thumbnail.SetSize(96, 47);
   thumbnail.Clear(0xFF4A7BD0u);
   for (int i = 0; i < 200; ++i) {
