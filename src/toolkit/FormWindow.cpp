@@ -2,7 +2,6 @@
 // form's input, its size and place kept in step with the form's bounds, and its
 // paint answered with the form's picture.
 
-#include <cmath>
 #include <cstdlib>
 #include <vector>
 
