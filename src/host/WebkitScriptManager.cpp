@@ -4,6 +4,7 @@
 
 #include "host/HostKeys.h"
 #include "host/V3EventTypes.h"
+#include "platform/MessageLoop.h"
 #include "platform/Platform.h"
 #include "runtime/MessagePump.h"
 
@@ -34,7 +35,7 @@ bool TWebkitScriptManagerImpl::RunAndWait(std::u16string_view code, TString& res
   FServiceCore->ExecuteJavascript(FBrowser.get(), code, FUnblockScript, scriptId);
   const std::uint32_t start = Platform().GetTickCount();
   for (;;) {
-    if (pumping) ProcessPendingMessages();
+    if (pumping) DispatchPendingMessages();
     if (FServiceCore->GetFinalizing()) return false;
     if (const auto it = FReturnValueMap.find(scriptId); it != FReturnValueMap.end()) {
       result = it->second;

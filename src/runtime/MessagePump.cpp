@@ -11,8 +11,6 @@
 
 namespace qx {
 
-void ProcessPendingMessages() { DispatchPendingMessages(); }
-
 void WaitStep(bool pumpMessages) {
 #ifndef _WIN32
   if (IPortableOs* portable = Platform().Portable();
@@ -22,7 +20,7 @@ void WaitStep(bool pumpMessages) {
   }
 #endif
   if (pumpMessages)
-    ProcessPendingMessages();
+    DispatchPendingMessages();
   else
     std::this_thread::yield();
 }

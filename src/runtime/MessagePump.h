@@ -2,9 +2,6 @@
 
 namespace qx {
 
-// Dispatches the messages waiting for this thread, like the toolkit's ProcessMessages.
-void ProcessPendingMessages();
-
 // One step of a busy wait. On the emulation's manual clock time passes only when it is
 // advanced, so each step advances it by a millisecond (which also runs what falls due);
 // elsewhere a pumping step dispatches waiting messages and a plain step yields.

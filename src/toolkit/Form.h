@@ -143,7 +143,6 @@ class TCommonCustomForm : public TFmxObject {
   void WindowKey(std::uint32_t msg, WParam wParam);
   void WindowSized(int width, int height);
   void WindowMoved(int left, int top);
-  void WindowPaint();
   bool IsDoubleClick(TMouseButton button, int x, int y);
 
   int FLeft = 0, FTop = 0, FWidth = 640, FHeight = 480;

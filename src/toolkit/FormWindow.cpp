@@ -165,7 +165,7 @@ LResult TCommonCustomForm::HandleMessage(std::uint32_t msg, WParam wParam, LPara
       WindowMoved(XFromLParam(lParam), YFromLParam(lParam));
       return 0;
     case win::WM_PAINT:
-      WindowPaint();
+      RenderToBitmap();
       if (PaintWindowSurface(hwnd, FSurface)) return 0;
       break;
     case win::WM_DESTROY:
@@ -295,7 +295,5 @@ void TCommonCustomForm::WindowSized(int width, int height) {
 }
 
 void TCommonCustomForm::WindowMoved(int left, int top) { SetBoundsFields(left, top, FWidth, FHeight); }
-
-void TCommonCustomForm::WindowPaint() { RenderToBitmap(); }
 
 }  // namespace qx
