@@ -6,7 +6,7 @@ packages=(
   cmake g++ ninja-build pkg-config
   libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-vlgothic
   libpcre2-dev libsdl2-dev libgtest-dev libgmock-dev libbenchmark-dev
-  clang libclang-rt-14-dev g++-mingw-w64-i686
+  clang libclang-rt-14-dev g++-mingw-w64-i686 ccache
   rapidjson-dev nlohmann-json3-dev libuchardet-dev
 )
 
@@ -24,3 +24,8 @@ if ((${#missing[@]})); then
   "${sudo_cmd[@]}" apt-get update -qq
   DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
+
+# The compiler cache keys on paths relative to the checkout, so another clone of the
+# same sources (CI's fresh one) reuses what this one compiled.
+export CCACHE_BASEDIR="$PWD"
+export CCACHE_NOHASHDIR=true
