@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,11 @@ inline std::vector<std::string> Steps(const std::vector<TFakeEventRecord>& log,
   for (const auto& record : log) {
     if (!only.empty() && std::find(only.begin(), only.end(), record.Id) == only.end()) continue;
     std::string step = ToUtf8(record.Id);
-    if (record.Has(u"event")) step += ":" + ToUtf8(record.Value(u"event"));
-    if (record.Has(u"timing")) step += ":" + ToUtf8(record.Value(u"timing"));
+    for (const char16_t* key : {u"event", u"timing"}) {
+      if (!record.Has(key)) continue;
+      step += ':';
+      step += ToUtf8(record.Value(key));
+    }
     steps.push_back(step);
   }
   return steps;
