@@ -8,8 +8,6 @@ namespace qx {
 
 inline constexpr char16_t kCabinetIconBarGuid[] = u"{24EFC42F-EFBA-48E1-BD98-02D213D883DD}";
 
-class TCabinetIconBarImageRes;
-class TCabinetIconBarForm;
 
 // The cabinet's icon bar. Its plug-in version and GUID stay abstract: asking for them
 // raises, and the host sees failure.
@@ -54,8 +52,6 @@ class TCabinetIconBarPluginImpl : public TQxIPluginImpl, public ICabinetIconBar,
     return kOk;
   }
 
-  TCabinetIconBarImageRes* FImageRes = nullptr;
-  TCabinetIconBarForm* FCabinetIconBarForm = nullptr;
   ComPtr<IResourceReleaser> FResourceReleaser;
   bool FFinalized = false;
 };

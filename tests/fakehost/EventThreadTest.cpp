@@ -32,7 +32,6 @@ TEST(FakeEventThreads, FireFromManyThreadsWhileListenersComeAndGo) {
   auto events = MakeCom<TFakeEventService>();
   std::atomic<int> calls{0};
   auto listener = MakeCom<TFakeListener>([&](const std::u16string&, const TFakeParams&) { ++calls; });
-  std::atomic<bool> stop{false};
   std::vector<std::thread> firing;
   for (int t = 0; t < 3; ++t)
     firing.emplace_back([&] {

@@ -255,7 +255,7 @@ TEST(EncodeDetectVerdicts, PlainAsciiAndTies) {
 TEST(EncodeDetectStream, ReadsAtMostTheLimit) {
   std::istringstream empty("");
   EXPECT_EQ(DetectEncoding(empty, 0), kEncodeUnknown);
-  std::istringstream sjis(std::string(test::kJapaneseShiftJIS));
+  std::istringstream sjis{std::string(test::kJapaneseShiftJIS)};
   EXPECT_EQ(DetectEncoding(sjis, 0), kEncodeShiftJIS);
   std::istringstream marked("\xEF\xBB\xBF" + std::string(test::kJapaneseUtf8));
   EXPECT_EQ(DetectEncoding(marked, 2), kEncodeUnknown);  // two bytes only: no mark
