@@ -8,7 +8,6 @@ namespace qx {
 
 inline constexpr char16_t kCabinetIconBarGuid[] = u"{24EFC42F-EFBA-48E1-BD98-02D213D883DD}";
 
-
 // The cabinet's icon bar. Its plug-in version and GUID stay abstract: asking for them
 // raises, and the host sees failure.
 class TCabinetIconBarPluginImpl : public TQxIPluginImpl, public ICabinetIconBar, public IQxIControl {
