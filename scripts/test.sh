@@ -1,22 +1,26 @@
 #!/usr/bin/env bash
-# Every test: the suite, the suite under ASan/UBSan, the threaded tests under TSan,
-# the 32-bit Windows cross-build with its export check, and short fuzzer runs.
+# Every test: the suite optimised (GCC, -O3) with a short run of every benchmark, the
+# suite under ASan/UBSan (clang), the threaded tests under ThreadSanitizer, the 32-bit
+# Windows cross-build with its export check, and short fuzzer runs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+. scripts/setup.sh
 jobs=$(nproc)
+started=$SECONDS
 
-step() { echo; echo "== $* =="; }
+step() { echo; echo "== $* ($((SECONDS - started)) s) =="; }
 
-step "Suite (dev)"
-cmake --preset dev -DQX_STRICT=ON >/dev/null
-cmake --build --preset dev -j "$jobs"
-ctest --preset dev -j "$jobs"
+step "Suite and benchmarks, optimised (GCC)"
+cmake --preset release -DQX_STRICT=ON >/dev/null
+cmake --build --preset release -j "$jobs"
+ctest --preset release -j "$jobs"
+bash scripts/bench.sh --smoke
 
-step "Suite under AddressSanitizer and UndefinedBehaviorSanitizer"
+step "Suite under AddressSanitizer and UndefinedBehaviorSanitizer (clang)"
 cmake --preset asan -DQX_STRICT=ON >/dev/null
 cmake --build --preset asan -j "$jobs"
-ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$PWD/scripts/lsan.supp UBSAN_OPTIONS=print_stacktrace=1 ctest --preset asan -j "$jobs"
+ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$PWD/scripts/lsan.supp UBSAN_OPTIONS=print_stacktrace=1 \
+  ctest --preset asan -j "$jobs"
 
 step "Threaded tests under ThreadSanitizer"
 cmake --preset tsan -DQX_STRICT=ON >/dev/null
@@ -27,7 +31,9 @@ step "32-bit Windows module (mingw-w64) and its exports"
 cmake --preset mingw >/dev/null
 cmake --build --preset mingw -j "$jobs"
 bash scripts/check-exports.sh build/mingw/src/module/PreviewStrip.dll
-bash scripts/check-exports.sh build/dev/src/module/PreviewStrip.so
+bash scripts/check-exports.sh build/release/src/module/PreviewStrip.so
 
 step "Fuzzers (short runs)"
 bash scripts/fuzz.sh 15
+
+step "All steps passed"
