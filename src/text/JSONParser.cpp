@@ -1,4 +1,4 @@
-#include "runtime/JSONParser.h"
+#include "text/JSONParser.h"
 
 #include <filesystem>
 #include <fstream>
@@ -6,9 +6,10 @@
 #include <sstream>
 #include <system_error>
 
+#include "base/FilePath.h"
 #include "base/Text.h"
-#include "runtime/JSONNumberText.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONNumberText.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 namespace {
@@ -72,16 +73,8 @@ std::string ShortenMantissa(const std::string& text) {
   return out + digits + "e" + std::to_string(exponent);
 }
 
-std::filesystem::path PathOf(const std::u16string& name) {
-#ifdef _WIN32
-  return std::filesystem::path(std::wstring(name.begin(), name.end()));
-#else
-  return std::filesystem::path(ToUtf8(name));
-#endif
-}
-
 std::string ReadFileBytes(const std::u16string& name) {
-  const std::filesystem::path path = PathOf(name);
+  const std::filesystem::path path = FilePathOf(name);
   std::error_code ec;
   if (std::filesystem::is_directory(path, ec))
     throw EJsonFileError("Cannot read file \"" + ToUtf8(name) + "\".");
