@@ -161,19 +161,16 @@ bool TJSONParseContext::ScanString(std::u16string& AValue) {
   GetChar();
   AValue.clear();
   for (;;) {
-    // A run of plain characters goes in at once. None of them ends a line, and neither
-    // does the character before the run, so only the column moves.
-    const std::size_t start = FCurrent;
-    while (FCurrent < FDataLen) {
-      const char16_t c = FData[FCurrent];
+    // A run of plain characters goes in at once. None of them ends a line, but the
+    // character before the run may: an escaped LF or CR.
+    std::size_t end = FCurrent;
+    while (end < FDataLen) {
+      const char16_t c = FData[end];
       if (c == u'"' || c == u'\\' || c <= 25) break;
-      ++FCurrent;
+      ++end;
     }
-    if (FCurrent > start) {
-      AValue.append(FData + start, FCurrent - start);
-      Increment(FColumn, FCurrent - start);
-      FPrevChar = FData[FCurrent - 1];
-    }
+    AValue.append(FData + FCurrent, end - FCurrent);
+    Take(end - FCurrent);
     char16_t c = GetChar();
     if (c == 0) ParseError(u"End quotation mark not found");
     if (c == u'"') return true;

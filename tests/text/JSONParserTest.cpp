@@ -136,6 +136,18 @@ TEST(JSONParserLines, LfCrAndCrLfEachEndOneLine) {
             "Error at line 5 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
 }
 
+TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
+  // A backslash takes the raw line end after it; the string's next characters are on the next line.
+  EXPECT_EQ(ErrorOf(u"[\"a\\\nbc\x01\"]"),
+            "Error at line 2 column 3: Invalid charactor for JSON string: #01");
+  EXPECT_EQ(ErrorOf(u"[\"a\\\rbc\x01\"]"),
+            "Error at line 2 column 3: Invalid charactor for JSON string: #01");
+  EXPECT_EQ(ErrorOf(u"[\"a\\\nb\" x]"),
+            "Error at line 2 column 4: Expecting value-sep(\",\") or end-array(\"]\").");
+  // CR LF is one line end: the LF after an escaped CR is still on the first line.
+  EXPECT_EQ(ErrorOf(u"[\"a\\\r\nb\"]"), "Error at line 1 column 6: Invalid charactor for JSON string: #0A");
+}
+
 TEST(JSONParserLines, KeywordsDoNotTouchThePreviousCharacter) {
   // "null" after a line end is matched in place, so the line only moves on the next
   // character read, and the column starts over there.
