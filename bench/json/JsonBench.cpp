@@ -16,9 +16,9 @@
 
 #include "BenchDocuments.h"
 #include "base/Text.h"
-#include "runtime/EncodeDetect.h"
-#include "runtime/JSONLibrary.h"
-#include "tests/runtime/JapaneseSamples.h"
+#include "tests/text/JapaneseSamples.h"
+#include "text/EncodeDetect.h"
+#include "text/JSONLibrary.h"
 
 namespace qx::bench {
 namespace {

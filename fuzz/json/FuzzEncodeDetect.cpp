@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "runtime/EncodeDetect.h"
+#include "text/EncodeDetect.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace qx;

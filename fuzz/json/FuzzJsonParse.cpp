@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "FuzzInput.h"
-#include "runtime/JSONLibrary.h"
+#include "text/JSONLibrary.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace qx;

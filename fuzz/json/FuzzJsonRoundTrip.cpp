@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "FuzzInput.h"
-#include "runtime/JSONLibrary.h"
+#include "text/JSONLibrary.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <limits>
 
 #include "base/Text.h"
-#include "runtime/JSONNumberText.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONNumberText.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 

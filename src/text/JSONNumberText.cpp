@@ -1,4 +1,4 @@
-#include "runtime/JSONNumberText.h"
+#include "text/JSONNumberText.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "runtime/JSONTree.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONTree.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "base/ComPtr.h"
-#include "runtime/JSONFileText.h"
-#include "runtime/JSONValue.h"
+#include "text/JSONFileText.h"
+#include "text/JSONValue.h"
 
 namespace qx {
 

@@ -1,4 +1,4 @@
-#include "runtime/JSONTextBuilder.h"
+#include "text/JSONTextBuilder.h"
 
 namespace qx {
 namespace {

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <numeric>
 
-#include "runtime/JSONTree.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONTree.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 namespace {

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "base/ComObject.h"
-#include "runtime/JSONTextBuilder.h"
-#include "runtime/JSONValue.h"
+#include "text/JSONTextBuilder.h"
+#include "text/JSONValue.h"
 
 namespace qx {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/ComPtr.h"
-#include "runtime/JSONValue.h"
+#include "text/JSONValue.h"
 
 namespace qx {
 

@@ -1,4 +1,4 @@
-#include "runtime/JSONParser.h"
+#include "text/JSONParser.h"
 
 #include <filesystem>
 #include <fstream>
@@ -6,9 +6,10 @@
 #include <sstream>
 #include <system_error>
 
+#include "base/FilePath.h"
 #include "base/Text.h"
-#include "runtime/JSONNumberText.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONNumberText.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 namespace {
@@ -72,16 +73,8 @@ std::string ShortenMantissa(const std::string& text) {
   return out + digits + "e" + std::to_string(exponent);
 }
 
-std::filesystem::path PathOf(const std::u16string& name) {
-#ifdef _WIN32
-  return std::filesystem::path(std::wstring(name.begin(), name.end()));
-#else
-  return std::filesystem::path(ToUtf8(name));
-#endif
-}
-
 std::string ReadFileBytes(const std::u16string& name) {
-  const std::filesystem::path path = PathOf(name);
+  const std::filesystem::path path = FilePathOf(name);
   std::error_code ec;
   if (std::filesystem::is_directory(path, ec))
     throw EJsonFileError("Cannot read file \"" + ToUtf8(name) + "\".");
@@ -168,19 +161,16 @@ bool TJSONParseContext::ScanString(std::u16string& AValue) {
   GetChar();
   AValue.clear();
   for (;;) {
-    // A run of plain characters goes in at once. None of them ends a line, and neither
-    // does the character before the run, so only the column moves.
-    const std::size_t start = FCurrent;
-    while (FCurrent < FDataLen) {
-      const char16_t c = FData[FCurrent];
+    // A run of plain characters goes in at once. None of them ends a line, but the
+    // character before the run may: an escaped LF or CR.
+    std::size_t end = FCurrent;
+    while (end < FDataLen) {
+      const char16_t c = FData[end];
       if (c == u'"' || c == u'\\' || c <= 25) break;
-      ++FCurrent;
+      ++end;
     }
-    if (FCurrent > start) {
-      AValue.append(FData + start, FCurrent - start);
-      Increment(FColumn, FCurrent - start);
-      FPrevChar = FData[FCurrent - 1];
-    }
+    AValue.append(FData + FCurrent, end - FCurrent);
+    Take(end - FCurrent);
     char16_t c = GetChar();
     if (c == 0) ParseError(u"End quotation mark not found");
     if (c == u'"') return true;

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "runtime/JSONLibrary.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONLibrary.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 namespace {

@@ -1,7 +1,7 @@
-#include "runtime/JSONTree.h"
+#include "text/JSONTree.h"
 
-#include "runtime/JSONTextBuilder.h"
-#include "runtime/JSONValueImpl.h"
+#include "text/JSONTextBuilder.h"
+#include "text/JSONValueImpl.h"
 
 namespace qx {
 

@@ -46,8 +46,6 @@ inline constexpr std::string_view kJapaneseISO2022JP(
     144);
 
 // Half-width katakana only: single bytes 161 to 223 in Shift-JIS.
-inline constexpr std::string_view kHalfWidthKanaShiftJIS(
-    "\xC3\xBD\xC4\x20\xB6\xC0\xB6\xC5",
-    8);
+inline constexpr std::string_view kHalfWidthKanaShiftJIS("\xC3\xBD\xC4\x20\xB6\xC0\xB6\xC5", 8);
 
 }  // namespace qx::test

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "runtime/JSONLibrary.h"
+#include "text/JSONLibrary.h"
 
 namespace qx {
 namespace {

@@ -1,4 +1,4 @@
-#include "runtime/JSONFileText.h"
+#include "text/JSONFileText.h"
 
 #include "base/Text.h"
 

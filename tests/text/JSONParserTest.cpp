@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "runtime/JSONLibrary.h"
+#include "text/JSONLibrary.h"
 
 namespace qx {
 namespace {
@@ -134,6 +134,18 @@ TEST(JSONParserLines, LfCrAndCrLfEachEndOneLine) {
             "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
   EXPECT_EQ(ErrorOf(u"[\r\n\r\n\n\r1 x]"),
             "Error at line 5 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
+}
+
+TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
+  // A backslash takes the raw line end after it; the string's next characters are on the next line.
+  EXPECT_EQ(ErrorOf(u"[\"a\\\nbc\x01\"]"),
+            "Error at line 2 column 3: Invalid charactor for JSON string: #01");
+  EXPECT_EQ(ErrorOf(u"[\"a\\\rbc\x01\"]"),
+            "Error at line 2 column 3: Invalid charactor for JSON string: #01");
+  EXPECT_EQ(ErrorOf(u"[\"a\\\nb\" x]"),
+            "Error at line 2 column 4: Expecting value-sep(\",\") or end-array(\"]\").");
+  // CR LF is one line end: the LF after an escaped CR is still on the first line.
+  EXPECT_EQ(ErrorOf(u"[\"a\\\r\nb\"]"), "Error at line 1 column 6: Invalid charactor for JSON string: #0A");
 }
 
 TEST(JSONParserLines, KeywordsDoNotTouchThePreviousCharacter) {

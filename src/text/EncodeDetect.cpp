@@ -1,4 +1,4 @@
-#include "runtime/EncodeDetect.h"
+#include "text/EncodeDetect.h"
 
 #include <algorithm>
 #include <cstring>
