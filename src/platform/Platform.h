@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "base/Rect.h"
 #include "base/Status.h"
 
 namespace qx {
@@ -47,29 +48,13 @@ using MMTimerProc = TimerProc;
 using EnumWindowsProc = std::int32_t(QX_STDCALL*)(HWnd hwnd, LParam lParam);
 using HookProc = LResult(QX_STDCALL*)(std::int32_t code, WParam wParam, LParam lParam);
 
-struct Point {
-  std::int32_t x = 0;
-  std::int32_t y = 0;
-  friend bool operator==(const Point&, const Point&) = default;
-};
-
-struct Rect {
-  std::int32_t left = 0;
-  std::int32_t top = 0;
-  std::int32_t right = 0;
-  std::int32_t bottom = 0;
-  std::int32_t Width() const { return right - left; }
-  std::int32_t Height() const { return bottom - top; }
-  friend bool operator==(const Rect&, const Rect&) = default;
-};
-
 struct Msg {
   HWnd hwnd = nullptr;
   std::uint32_t message = 0;
   WParam wParam = 0;
   LParam lParam = 0;
   std::uint32_t time = 0;
-  Point pt;
+  TPoint pt;
 };
 
 // Same layout as the system's CREATESTRUCTW: WM_NCCREATE/WM_CREATE point at it.
@@ -101,7 +86,7 @@ struct WindowPos {
 
 // Same layout as the system's MOUSEHOOKSTRUCT (WH_MOUSE lParam).
 struct MouseHookStruct {
-  Point pt;
+  TPoint pt;
   HWnd hwnd = nullptr;
   std::uint32_t wHitTestCode = 0;
   ULongPtr dwExtraInfo = 0;
@@ -149,7 +134,7 @@ struct ToolInfoW {
   std::uint32_t uFlags = 0;
   HWnd hwnd = nullptr;
   std::uintptr_t uId = 0;
-  Rect rect;
+  TRect rect;
   void* hinst = nullptr;
   char16_t* lpszText = nullptr;
   LParam lParam = 0;
@@ -492,16 +477,16 @@ class IPlatform {
   virtual bool MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                           bool repaint) = 0;
   // Screen coordinates.
-  virtual bool GetWindowRect(HWnd hwnd, Rect* rect) = 0;
+  virtual bool GetWindowRect(HWnd hwnd, TRect* rect) = 0;
   // Client coordinates: left and top are 0.
-  virtual bool GetClientRect(HWnd hwnd, Rect* rect) = 0;
+  virtual bool GetClientRect(HWnd hwnd, TRect* rect) = 0;
   // Answers whether the window was visible before.
   virtual bool ShowWindow(HWnd hwnd, std::int32_t cmdShow) = 0;
   virtual bool IsWindowVisible(HWnd hwnd) = 0;
-  virtual bool ClientToScreen(HWnd hwnd, Point* point) = 0;
-  virtual bool ScreenToClient(HWnd hwnd, Point* point) = 0;
-  virtual HWnd WindowFromPoint(Point screenPoint) = 0;
-  virtual bool InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) = 0;
+  virtual bool ClientToScreen(HWnd hwnd, TPoint* point) = 0;
+  virtual bool ScreenToClient(HWnd hwnd, TPoint* point) = 0;
+  virtual HWnd WindowFromPoint(TPoint screenPoint) = 0;
+  virtual bool InvalidateRect(HWnd hwnd, const TRect* rect, bool erase) = 0;
   virtual bool UpdateWindow(HWnd hwnd) = 0;
 
   // Search. Null className or title matches any; both compare ignoring case.
@@ -547,7 +532,7 @@ class IPlatform {
 
   // Input state.
   virtual std::int16_t GetKeyState(std::int32_t virtualKey) = 0;
-  virtual bool GetCursorPos(Point* point) = 0;
+  virtual bool GetCursorPos(TPoint* point) = 0;
   virtual bool SetCursorPos(std::int32_t x, std::int32_t y) = 0;
   virtual std::uint32_t GetDoubleClickTime() = 0;
   virtual HWnd SetCapture(HWnd hwnd) = 0;

@@ -44,7 +44,7 @@ struct TTooltipTool {
   HWnd hwnd = nullptr;
   std::uintptr_t id = 0;
   std::uint32_t flags = 0;
-  Rect rect;
+  TRect rect;
   std::u16string text;
   bool textCallback = false;
 };
@@ -82,7 +82,7 @@ class IPortableOs : public IPlatform {
                               LParam extraInfo = 0) = 0;
   // Mouse input at a screen point, to the capture window or else the window under it
   // (WindowFromPoint). Over no window only the cursor moves. Answers 0 then.
-  virtual LResult InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo = 0) = 0;
+  virtual LResult InjectMouseAtScreen(std::uint32_t msg, TPoint screen, WParam keys, LParam extraInfo = 0) = 0;
   // Delivers a key message to hwnd, or to the focus window when hwnd is null; keydown
   // and keyup update the key state of the virtual key.
   virtual LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) = 0;

@@ -50,7 +50,7 @@ void TCanvas::SetClipRect(const TRectF& clip) {
 
 void TCanvas::IntersectClipRect(const TRectF& rect) { FClip = FClip.Intersect(rect.Offset(FOffset.X, FOffset.Y)); }
 
-TCanvas::TPixelRect TCanvas::ToPixels(const TRectF& rect) const {
+TRect TCanvas::ToPixels(const TRectF& rect) const {
   TRectF r = rect.Offset(FOffset.X, FOffset.Y).Intersect(FClip);
   if (r.IsEmpty()) return {0, 0, 0, 0};
   // A pixel belongs to a rectangle when its centre lies inside.
@@ -59,7 +59,7 @@ TCanvas::TPixelRect TCanvas::ToPixels(const TRectF& rect) const {
 }
 
 void TCanvas::Clear(TAlphaColor color) {
-  TPixelRect p = ToPixels(TRectF(-FOffset.X, -FOffset.Y, -FOffset.X + static_cast<float>(Width()),
+  TRect p = ToPixels(TRectF(-FOffset.X, -FOffset.Y, -FOffset.X + static_cast<float>(Width()),
                                  -FOffset.Y + static_cast<float>(Height())));
   std::uint32_t c = PremultiplyColor(color);
   for (int y = p.Top; y < p.Bottom; ++y) {
@@ -74,7 +74,7 @@ void TCanvas::FillRect(const TRectF& rect, float opacity) {
 }
 
 void TCanvas::FillRect(const TRectF& rect, TAlphaColor color, float opacity) {
-  TPixelRect p = ToPixels(rect);
+  TRect p = ToPixels(rect);
   std::uint32_t c = Scale(PremultiplyColor(color), OpacityFactor(opacity));
   if ((c >> 24) == 0) return;
   for (int y = p.Top; y < p.Bottom; ++y) {
@@ -93,7 +93,7 @@ void TCanvas::FillRoundRect(const TRectF& rect, float radius, TAlphaColor color,
     FillRect(rect, color, opacity);
     return;
   }
-  TPixelRect p = ToPixels(rect);
+  TRect p = ToPixels(rect);
   std::uint32_t c = Scale(PremultiplyColor(color), OpacityFactor(opacity));
   TRectF r = rect.Offset(FOffset.X, FOffset.Y);
   float innerL = r.Left + radius, innerR = r.Right - radius, innerT = r.Top + radius, innerB = r.Bottom - radius;
@@ -124,7 +124,7 @@ void TCanvas::DrawBitmap(const TBitmap& bitmap, const TRectF& source, const TRec
   TRectF src = source.Intersect(TRectF(0, 0, static_cast<float>(bitmap.Width()), static_cast<float>(bitmap.Height())));
   if (src.IsEmpty()) return;
   TRectF dst = target.Offset(FOffset.X, FOffset.Y);
-  TPixelRect p = ToPixels(target);
+  TRect p = ToPixels(target);
   if (p.Right <= p.Left || p.Bottom <= p.Top) return;
   const std::uint32_t* bits = bitmap.Bits();
   const int bw = bitmap.Width();

@@ -39,9 +39,9 @@ TEST_F(SystemTest, MetricsAndScreenResolution) {
   EXPECT_EQ(P().GetSystemMetrics(SM_DIGITIZER), 0);
   EXPECT_EQ(P().GetSystemMetrics(12345), 0);
   Os().SetSystemMetric(SM_CXSCREEN, 1280);
-  Rect desktop;
+  TRect desktop;
   ASSERT_TRUE(P().GetWindowRect(P().GetDesktopWindow(), &desktop));
-  EXPECT_EQ(desktop.right, 1280);
+  EXPECT_EQ(desktop.Right, 1280);
   EXPECT_EQ(P().GetLogPixelsY(), 96);
   Os().SetLogPixelsY(120);
   EXPECT_EQ(P().GetLogPixelsY(), 120);
@@ -152,7 +152,7 @@ TEST_F(SystemTest, TooltipWindowKeepsItsTools) {
   EXPECT_EQ(state.tools[0].hwnd, parent);
   EXPECT_EQ(state.tools[0].flags, TTF_SUBCLASS);
   EXPECT_EQ(state.tools[0].text, u"New tab");
-  EXPECT_EQ(state.tools[0].rect, (Rect{5, 6, 7, 8}));
+  EXPECT_EQ(state.tools[0].rect, (TRect{5, 6, 7, 8}));
   // A short record is refused.
   info.cbSize = 8;
   EXPECT_EQ(P().SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LParam>(&info)), 0);

@@ -51,7 +51,7 @@ std::int32_t CopyOut(const std::u16string& text, char16_t* buffer, std::int32_t 
   return static_cast<std::int32_t>(n);
 }
 
-bool Contains(const Rect& r, Point p) { return p.x >= r.left && p.x < r.right && p.y >= r.top && p.y < r.bottom; }
+bool Contains(const TRect& r, TPoint p) { return p.X >= r.Left && p.X < r.Right && p.Y >= r.Top && p.Y < r.Bottom; }
 
 bool IsMouseMessage(std::uint32_t msg) { return msg >= WM_MOUSEFIRST && msg <= WM_MOUSELAST; }
 
@@ -132,14 +132,14 @@ std::vector<HWnd>* TPortableOs::SiblingList(TWindow& window) {
   return &FTopLevel;
 }
 
-Point TPortableOs::ClientOrigin(const TWindow& window) {
-  Point origin{window.rect.left, window.rect.top};
+TPoint TPortableOs::ClientOrigin(const TWindow& window) {
+  TPoint origin{window.rect.Left, window.rect.Top};
   HWnd parent = window.parent;
   while (parent) {
     TWindow* p = Find(parent);
     if (!p) break;
-    origin.x += p->rect.left;
-    origin.y += p->rect.top;
+    origin.X += p->rect.Left;
+    origin.Y += p->rect.Top;
     parent = p->parent;
   }
   return origin;
@@ -172,12 +172,12 @@ void TPortableOs::CollectSubtree(HWnd hwnd, std::vector<HWnd>& out) {
   for (HWnd child : w->children) CollectSubtree(child, out);
 }
 
-void TPortableOs::CollectHitCandidates(const std::vector<HWnd>& siblings, Point screen, std::vector<HWnd>& out) {
+void TPortableOs::CollectHitCandidates(const std::vector<HWnd>& siblings, TPoint screen, std::vector<HWnd>& out) {
   for (HWnd h : siblings) {
     TWindow* w = Find(h);
     if (!w || !(w->style & WS_VISIBLE)) continue;
-    const Point o = ClientOrigin(*w);
-    const Rect r{o.x, o.y, o.x + w->rect.Width(), o.y + w->rect.Height()};
+    const TPoint o = ClientOrigin(*w);
+    const TRect r{o.X, o.Y, o.X + w->rect.Width(), o.Y + w->rect.Height()};
     if (!Contains(r, screen)) continue;
     CollectHitCandidates(w->children, screen, out);
     out.push_back(h);
@@ -432,9 +432,9 @@ LResult TPortableOs::DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam,
     case WM_NCCREATE:
       return 1;
     case WM_NCHITTEST: {
-      Rect r;
+      TRect r;
       if (!GetWindowRect(hwnd, &r)) return HTNOWHERE;
-      return Contains(r, Point{XFromLParam(lParam), YFromLParam(lParam)}) ? HTCLIENT : HTNOWHERE;
+      return Contains(r, TPoint{XFromLParam(lParam), YFromLParam(lParam)}) ? HTCLIENT : HTNOWHERE;
     }
     case WM_WINDOWPOSCHANGED: {
       const auto* pos = reinterpret_cast<const WindowPos*>(lParam);
@@ -651,8 +651,8 @@ bool TPortableOs::SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std:
     TWindow* w = FindLive(hwnd);
     if (!w) return false;
     if (flags & SWP_NOMOVE) {
-      pos.x = w->rect.left;
-      pos.y = w->rect.top;
+      pos.x = w->rect.Left;
+      pos.y = w->rect.Top;
     }
     if (flags & SWP_NOSIZE) {
       pos.cx = w->rect.Width();
@@ -674,16 +674,16 @@ bool TPortableOs::SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std:
 void TPortableOs::ApplyWindowPos(TWindow& window, WindowPos& pos) {
   pos.cx = std::max(pos.cx, 0);
   pos.cy = std::max(pos.cy, 0);
-  const Rect old = window.rect;
+  const TRect old = window.rect;
   std::uint32_t reported = pos.flags;
   if (!(pos.flags & SWP_NOMOVE)) {
     window.rect = {pos.x, pos.y, pos.x + old.Width(), pos.y + old.Height()};
   }
   if (!(pos.flags & SWP_NOSIZE)) {
-    window.rect.right = window.rect.left + pos.cx;
-    window.rect.bottom = window.rect.top + pos.cy;
+    window.rect.Right = window.rect.Left + pos.cx;
+    window.rect.Bottom = window.rect.Top + pos.cy;
   }
-  if (window.rect.left == old.left && window.rect.top == old.top) reported |= SWP_NOMOVE;
+  if (window.rect.Left == old.Left && window.rect.Top == old.Top) reported |= SWP_NOMOVE;
   if (window.rect.Width() == old.Width() && window.rect.Height() == old.Height()) {
     reported |= SWP_NOSIZE;
   } else if (!(pos.flags & SWP_NOREDRAW)) {
@@ -702,8 +702,8 @@ void TPortableOs::ApplyWindowPos(TWindow& window, WindowPos& pos) {
   } else {
     reported &= ~SWP_HIDEWINDOW;
   }
-  pos.x = window.rect.left;
-  pos.y = window.rect.top;
+  pos.x = window.rect.Left;
+  pos.y = window.rect.Top;
   pos.cx = window.rect.Width();
   pos.cy = window.rect.Height();
   pos.flags = reported;
@@ -715,17 +715,17 @@ bool TPortableOs::MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int
                       SWP_NOZORDER | SWP_NOACTIVATE | (repaint ? 0u : SWP_NOREDRAW));
 }
 
-bool TPortableOs::GetWindowRect(HWnd hwnd, Rect* rect) {
+bool TPortableOs::GetWindowRect(HWnd hwnd, TRect* rect) {
   if (!rect) return false;
   TLock lock(FLock);
   TWindow* w = Find(hwnd);
   if (!w) return false;
-  const Point o = ClientOrigin(*w);
-  *rect = {o.x, o.y, o.x + w->rect.Width(), o.y + w->rect.Height()};
+  const TPoint o = ClientOrigin(*w);
+  *rect = {o.X, o.Y, o.X + w->rect.Width(), o.Y + w->rect.Height()};
   return true;
 }
 
-bool TPortableOs::GetClientRect(HWnd hwnd, Rect* rect) {
+bool TPortableOs::GetClientRect(HWnd hwnd, TRect* rect) {
   if (!rect) return false;
   TLock lock(FLock);
   TWindow* w = Find(hwnd);
@@ -756,29 +756,29 @@ bool TPortableOs::IsWindowVisible(HWnd hwnd) {
   return VisibleLocked(hwnd);
 }
 
-bool TPortableOs::ClientToScreen(HWnd hwnd, Point* point) {
+bool TPortableOs::ClientToScreen(HWnd hwnd, TPoint* point) {
   if (!point) return false;
   TLock lock(FLock);
   TWindow* w = Find(hwnd);
   if (!w) return false;
-  const Point o = ClientOrigin(*w);
-  point->x += o.x;
-  point->y += o.y;
+  const TPoint o = ClientOrigin(*w);
+  point->X += o.X;
+  point->Y += o.Y;
   return true;
 }
 
-bool TPortableOs::ScreenToClient(HWnd hwnd, Point* point) {
+bool TPortableOs::ScreenToClient(HWnd hwnd, TPoint* point) {
   if (!point) return false;
   TLock lock(FLock);
   TWindow* w = Find(hwnd);
   if (!w) return false;
-  const Point o = ClientOrigin(*w);
-  point->x -= o.x;
-  point->y -= o.y;
+  const TPoint o = ClientOrigin(*w);
+  point->X -= o.X;
+  point->Y -= o.Y;
   return true;
 }
 
-HWnd TPortableOs::WindowFromPoint(Point screenPoint) {
+HWnd TPortableOs::WindowFromPoint(TPoint screenPoint) {
   std::vector<HWnd> candidates;
   {
     TLock lock(FLock);
@@ -795,12 +795,12 @@ HWnd TPortableOs::WindowFromPoint(Point screenPoint) {
     }
     // Only this thread's windows are asked; they may let the point through.
     if (thread != me) return h;
-    if (SendDirect(h, WM_NCHITTEST, 0, MakeLParam(screenPoint.x, screenPoint.y)) != HTTRANSPARENT) return h;
+    if (SendDirect(h, WM_NCHITTEST, 0, MakeLParam(screenPoint.X, screenPoint.Y)) != HTTRANSPARENT) return h;
   }
   return FDesktop;
 }
 
-bool TPortableOs::InvalidateRect(HWnd hwnd, const Rect*, bool) {
+bool TPortableOs::InvalidateRect(HWnd hwnd, const TRect*, bool) {
   {
     TLock lock(FLock);
     if (!hwnd) {
@@ -1355,13 +1355,13 @@ LResult TPortableOs::InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, s
     TLock lock(FLock);
     TWindow* w = FindLive(hwnd);
     if (!w) return 0;
-    const Point origin = ClientOrigin(*w);
-    const Point screen{origin.x + x, origin.y + y};
+    const TPoint origin = ClientOrigin(*w);
+    const TPoint screen{origin.X + x, origin.Y + y};
     FCursor = screen;
     const bool wheel = msg == WM_MOUSEWHEEL || msg == WM_MOUSEHWHEEL;
     HWnd target = hwnd;
     if (!wheel && FCapture && FindLive(FCapture)) target = FCapture;
-    const Point targetOrigin = ClientOrigin(*Find(target));
+    const TPoint targetOrigin = ClientOrigin(*Find(target));
     switch (msg) {
       case WM_LBUTTONDOWN:
       case WM_LBUTTONDBLCLK:
@@ -1390,16 +1390,16 @@ LResult TPortableOs::InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, s
     if (msg != WM_MOUSELEAVE) LeaveTrackedLocked(target);
     LParam lParam = 0;
     if (wheel) {
-      lParam = MakeLParam(screen.x, screen.y);
+      lParam = MakeLParam(screen.X, screen.Y);
     } else if (msg != WM_MOUSELEAVE) {
-      lParam = MakeLParam(screen.x - targetOrigin.x, screen.y - targetOrigin.y);
+      lParam = MakeLParam(screen.X - targetOrigin.X, screen.Y - targetOrigin.Y);
     }
     m = Msg{target, msg, keys, lParam, static_cast<std::uint32_t>(NowLocked()), screen};
   }
   return DeliverInput(m, extraInfo, SourceOfMouse(extraInfo));
 }
 
-LResult TPortableOs::InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo) {
+LResult TPortableOs::InjectMouseAtScreen(std::uint32_t msg, TPoint screen, WParam keys, LParam extraInfo) {
   HWnd target = nullptr;
   {
     TLock lock(FLock);
@@ -1415,9 +1415,9 @@ LResult TPortableOs::InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam
     FWake.notify_all();
     return 0;
   }
-  Point client = screen;
+  TPoint client = screen;
   if (!ScreenToClient(target, &client)) return 0;
-  return InjectMouse(target, msg, client.x, client.y, keys, extraInfo);
+  return InjectMouse(target, msg, client.X, client.Y, keys, extraInfo);
 }
 
 void TPortableOs::LeaveTrackedLocked(HWnd target) {
@@ -1444,8 +1444,8 @@ bool TPortableOs::TrackMouseEvent(TrackMouseEventInfo* info) {
   if (FTrackLeave != info->hwndTrack) LeaveTrackedLocked(info->hwndTrack);
   FTrackLeave = info->hwndTrack;
   // Asked while the cursor is elsewhere: the leave comes at once, as on the system.
-  const Point o = ClientOrigin(*w);
-  if (!Contains(Rect{o.x, o.y, o.x + w->rect.Width(), o.y + w->rect.Height()}, FCursor)) {
+  const TPoint o = ClientOrigin(*w);
+  if (!Contains(TRect{o.X, o.Y, o.X + w->rect.Width(), o.Y + w->rect.Height()}, FCursor)) {
     LeaveTrackedLocked(nullptr);
   }
   return true;
@@ -1474,7 +1474,7 @@ LResult TPortableOs::InjectTouch(HWnd hwnd, const std::vector<TouchInput>& point
   Msg m;
   std::uint32_t mouseMsg = 0;
   WParam keys = 0;
-  Point client;
+  TPoint client;
   {
     TLock lock(FLock);
     TWindow* w = FindLive(hwnd);
@@ -1488,8 +1488,8 @@ LResult TPortableOs::InjectTouch(HWnd hwnd, const std::vector<TouchInput>& point
       auto primary = std::find_if(points.begin(), points.end(),
                                   [](const TouchInput& p) { return (p.dwFlags & TOUCHEVENTF_PRIMARY) != 0; });
       if (primary == points.end()) primary = points.begin();
-      const Point origin = ClientOrigin(*w);
-      client = {primary->x / 100 - origin.x, primary->y / 100 - origin.y};
+      const TPoint origin = ClientOrigin(*w);
+      client = {primary->x / 100 - origin.X, primary->y / 100 - origin.Y};
       if (primary->dwFlags & TOUCHEVENTF_DOWN) {
         mouseMsg = WM_LBUTTONDOWN;
         keys = MK_LBUTTON;
@@ -1501,7 +1501,7 @@ LResult TPortableOs::InjectTouch(HWnd hwnd, const std::vector<TouchInput>& point
       }
     }
   }
-  if (mouseMsg) return InjectMouse(hwnd, mouseMsg, client.x, client.y, keys, static_cast<LParam>(MI_WP_TOUCH));
+  if (mouseMsg) return InjectMouse(hwnd, mouseMsg, client.X, client.Y, keys, static_cast<LParam>(MI_WP_TOUCH));
   return DeliverInput(m, 0, InputMessageSource{IMDT_TOUCH, IMO_HARDWARE});
 }
 
@@ -1670,7 +1670,7 @@ std::int16_t TPortableOs::GetKeyState(std::int32_t virtualKey) {
   return static_cast<std::int16_t>(value);
 }
 
-bool TPortableOs::GetCursorPos(Point* point) {
+bool TPortableOs::GetCursorPos(TPoint* point) {
   if (!point) return false;
   TLock lock(FLock);
   *point = FCursor;
@@ -1803,8 +1803,8 @@ bool TPortableOs::SetWindowProcessId(HWnd hwnd, std::uint32_t processId) {
 void TPortableOs::SetSystemMetric(std::int32_t index, std::int32_t value) {
   TLock lock(FLock);
   FMetrics[index] = value;
-  if (index == SM_CXSCREEN) Find(FDesktop)->rect.right = value;
-  if (index == SM_CYSCREEN) Find(FDesktop)->rect.bottom = value;
+  if (index == SM_CXSCREEN) Find(FDesktop)->rect.Right = value;
+  if (index == SM_CYSCREEN) Find(FDesktop)->rect.Bottom = value;
 }
 
 void TPortableOs::SetDoubleClickTime(std::uint32_t milliseconds) {

@@ -52,14 +52,14 @@ class TPortableOs final : public IPortableOs {
                     std::uint32_t flags) override;
   bool MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                   bool repaint) override;
-  bool GetWindowRect(HWnd hwnd, Rect* rect) override;
-  bool GetClientRect(HWnd hwnd, Rect* rect) override;
+  bool GetWindowRect(HWnd hwnd, TRect* rect) override;
+  bool GetClientRect(HWnd hwnd, TRect* rect) override;
   bool ShowWindow(HWnd hwnd, std::int32_t cmdShow) override;
   bool IsWindowVisible(HWnd hwnd) override;
-  bool ClientToScreen(HWnd hwnd, Point* point) override;
-  bool ScreenToClient(HWnd hwnd, Point* point) override;
-  HWnd WindowFromPoint(Point screenPoint) override;
-  bool InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) override;
+  bool ClientToScreen(HWnd hwnd, TPoint* point) override;
+  bool ScreenToClient(HWnd hwnd, TPoint* point) override;
+  HWnd WindowFromPoint(TPoint screenPoint) override;
+  bool InvalidateRect(HWnd hwnd, const TRect* rect, bool erase) override;
   bool UpdateWindow(HWnd hwnd) override;
   HWnd FindWindowW(const char16_t* className, const char16_t* title) override;
   bool EnumWindows(EnumWindowsProc callback, LParam lParam) override;
@@ -89,7 +89,7 @@ class TPortableOs final : public IPortableOs {
   std::uint32_t GetTickCount() override;
   void Sleep(std::uint32_t milliseconds) override;
   std::int16_t GetKeyState(std::int32_t virtualKey) override;
-  bool GetCursorPos(Point* point) override;
+  bool GetCursorPos(TPoint* point) override;
   bool SetCursorPos(std::int32_t x, std::int32_t y) override;
   std::uint32_t GetDoubleClickTime() override;
   HWnd SetCapture(HWnd hwnd) override;
@@ -124,7 +124,7 @@ class TPortableOs final : public IPortableOs {
   std::size_t ProcessMessages() override;
   LResult InjectMouse(HWnd hwnd, std::uint32_t msg, std::int32_t x, std::int32_t y, WParam keys,
                       LParam extraInfo = 0) override;
-  LResult InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo = 0) override;
+  LResult InjectMouseAtScreen(std::uint32_t msg, TPoint screen, WParam keys, LParam extraInfo = 0) override;
   LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) override;
   LResult InjectTouch(HWnd hwnd, const std::vector<TouchInput>& points) override;
   void SetKeyState(std::int32_t virtualKey, bool down, bool toggled = false) override;
@@ -164,7 +164,7 @@ class TPortableOs final : public IPortableOs {
     LongPtr userData = 0;
     LongPtr id = 0;
     // Parent-client coordinates for a window with a parent, screen coordinates otherwise.
-    Rect rect;
+    TRect rect;
     HWnd parent = nullptr;
     HWnd owner = nullptr;
     std::vector<HWnd> children;  // front to back
@@ -243,11 +243,11 @@ class TPortableOs final : public IPortableOs {
   TWindow* FindLive(HWnd hwnd);
   TThreadState& ThreadState(std::uint32_t threadId);
   std::vector<HWnd>* SiblingList(TWindow& window);
-  Point ClientOrigin(const TWindow& window);
+  TPoint ClientOrigin(const TWindow& window);
   bool IsDescendant(HWnd ancestor, HWnd hwnd);
   bool VisibleLocked(HWnd hwnd);
   void CollectSubtree(HWnd hwnd, std::vector<HWnd>& out);
-  void CollectHitCandidates(const std::vector<HWnd>& siblings, Point screen, std::vector<HWnd>& out);
+  void CollectHitCandidates(const std::vector<HWnd>& siblings, TPoint screen, std::vector<HWnd>& out);
 
   // Calls a window procedure without holding the lock, after the WH_CALLWNDPROC hooks.
   LResult SendDirect(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam);
@@ -304,7 +304,7 @@ class TPortableOs final : public IPortableOs {
   std::int32_t FVersionMinor = 0;
 
   std::array<std::uint8_t, 256> FKeys{};  // bit 0 down, bit 1 toggled
-  Point FCursor;
+  TPoint FCursor;
   HWnd FCapture = nullptr;
   HWnd FTrackLeave = nullptr;
   HWnd FFocus = nullptr;

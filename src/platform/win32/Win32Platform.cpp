@@ -25,8 +25,9 @@ namespace qx {
 namespace {
 
 // Our records have the system's layout, so pointers to them are handed over as they are.
-static_assert(sizeof(Rect) == sizeof(RECT) && offsetof(Rect, bottom) == offsetof(RECT, bottom));
-static_assert(sizeof(Point) == sizeof(POINT) && offsetof(Point, y) == offsetof(POINT, y));
+// Messages and tooltips embed our point and rectangle, so those must match too.
+static_assert(sizeof(TRect) == sizeof(RECT) && offsetof(TRect, Bottom) == offsetof(RECT, bottom));
+static_assert(sizeof(TPoint) == sizeof(POINT) && offsetof(TPoint, Y) == offsetof(POINT, y));
 static_assert(sizeof(Msg) == sizeof(MSG) && offsetof(Msg, lParam) == offsetof(MSG, lParam) &&
               offsetof(Msg, time) == offsetof(MSG, time) && offsetof(Msg, pt) == offsetof(MSG, pt));
 static_assert(sizeof(CreateStructW) == sizeof(CREATESTRUCTW) &&
@@ -47,6 +48,15 @@ static_assert(sizeof(LongPtr) == sizeof(LONG_PTR) && sizeof(ULongPtr) == sizeof(
 
 // Classes and windows belong to the module that registers them.
 HINSTANCE Instance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+// Our geometry is converted to the system's at this edge.
+RECT ToRect(const TRect& r) { return RECT{r.Left, r.Top, r.Right, r.Bottom}; }
+TRect FromRect(const RECT& r) {
+  return {static_cast<std::int32_t>(r.left), static_cast<std::int32_t>(r.top), static_cast<std::int32_t>(r.right),
+          static_cast<std::int32_t>(r.bottom)};
+}
+POINT ToPoint(TPoint p) { return POINT{p.X, p.Y}; }
+TPoint FromPoint(POINT p) { return {static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}; }
+
 HWND H(HWnd hwnd) { return reinterpret_cast<HWND>(hwnd); }
 HWnd Q(HWND hwnd) { return reinterpret_cast<HWnd>(hwnd); }
 const wchar_t* W(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
@@ -131,31 +141,44 @@ bool TWin32Platform::MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::
   return ::MoveWindow(H(hwnd), x, y, width, height, repaint ? TRUE : FALSE) != FALSE;
 }
 
-bool TWin32Platform::GetWindowRect(HWnd hwnd, Rect* rect) {
-  return ::GetWindowRect(H(hwnd), reinterpret_cast<RECT*>(rect)) != FALSE;
+bool TWin32Platform::GetWindowRect(HWnd hwnd, TRect* rect) {
+  RECT r{};
+  if (!::GetWindowRect(H(hwnd), &r)) return false;
+  if (rect) *rect = FromRect(r);
+  return true;
 }
 
-bool TWin32Platform::GetClientRect(HWnd hwnd, Rect* rect) {
-  return ::GetClientRect(H(hwnd), reinterpret_cast<RECT*>(rect)) != FALSE;
+bool TWin32Platform::GetClientRect(HWnd hwnd, TRect* rect) {
+  RECT r{};
+  if (!::GetClientRect(H(hwnd), &r)) return false;
+  if (rect) *rect = FromRect(r);
+  return true;
 }
 
 bool TWin32Platform::ShowWindow(HWnd hwnd, std::int32_t cmdShow) { return ::ShowWindow(H(hwnd), cmdShow) != FALSE; }
 bool TWin32Platform::IsWindowVisible(HWnd hwnd) { return ::IsWindowVisible(H(hwnd)) != FALSE; }
 
-bool TWin32Platform::ClientToScreen(HWnd hwnd, Point* point) {
-  return ::ClientToScreen(H(hwnd), reinterpret_cast<POINT*>(point)) != FALSE;
+bool TWin32Platform::ClientToScreen(HWnd hwnd, TPoint* point) {
+  if (!point) return false;
+  POINT p = ToPoint(*point);
+  if (!::ClientToScreen(H(hwnd), &p)) return false;
+  *point = FromPoint(p);
+  return true;
 }
 
-bool TWin32Platform::ScreenToClient(HWnd hwnd, Point* point) {
-  return ::ScreenToClient(H(hwnd), reinterpret_cast<POINT*>(point)) != FALSE;
+bool TWin32Platform::ScreenToClient(HWnd hwnd, TPoint* point) {
+  if (!point) return false;
+  POINT p = ToPoint(*point);
+  if (!::ScreenToClient(H(hwnd), &p)) return false;
+  *point = FromPoint(p);
+  return true;
 }
 
-HWnd TWin32Platform::WindowFromPoint(Point screenPoint) {
-  return Q(::WindowFromPoint(POINT{screenPoint.x, screenPoint.y}));
-}
+HWnd TWin32Platform::WindowFromPoint(TPoint screenPoint) { return Q(::WindowFromPoint(ToPoint(screenPoint))); }
 
-bool TWin32Platform::InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) {
-  return ::InvalidateRect(H(hwnd), reinterpret_cast<const RECT*>(rect), erase ? TRUE : FALSE) != FALSE;
+bool TWin32Platform::InvalidateRect(HWnd hwnd, const TRect* rect, bool erase) {
+  const RECT r = rect ? ToRect(*rect) : RECT{};
+  return ::InvalidateRect(H(hwnd), rect ? &r : nullptr, erase ? TRUE : FALSE) != FALSE;
 }
 
 bool TWin32Platform::UpdateWindow(HWnd hwnd) { return ::UpdateWindow(H(hwnd)) != FALSE; }
@@ -242,8 +265,11 @@ void TWin32Platform::Sleep(std::uint32_t milliseconds) { ::Sleep(milliseconds); 
 
 std::int16_t TWin32Platform::GetKeyState(std::int32_t virtualKey) { return ::GetKeyState(virtualKey); }
 
-bool TWin32Platform::GetCursorPos(Point* point) {
-  return ::GetCursorPos(reinterpret_cast<POINT*>(point)) != FALSE;
+bool TWin32Platform::GetCursorPos(TPoint* point) {
+  POINT p{};
+  if (!::GetCursorPos(&p)) return false;
+  if (point) *point = FromPoint(p);
+  return true;
 }
 
 bool TWin32Platform::SetCursorPos(std::int32_t x, std::int32_t y) { return ::SetCursorPos(x, y) != FALSE; }

@@ -32,14 +32,14 @@ class TWin32Platform final : public IPlatform {
                     std::uint32_t flags) override;
   bool MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                   bool repaint) override;
-  bool GetWindowRect(HWnd hwnd, Rect* rect) override;
-  bool GetClientRect(HWnd hwnd, Rect* rect) override;
+  bool GetWindowRect(HWnd hwnd, TRect* rect) override;
+  bool GetClientRect(HWnd hwnd, TRect* rect) override;
   bool ShowWindow(HWnd hwnd, std::int32_t cmdShow) override;
   bool IsWindowVisible(HWnd hwnd) override;
-  bool ClientToScreen(HWnd hwnd, Point* point) override;
-  bool ScreenToClient(HWnd hwnd, Point* point) override;
-  HWnd WindowFromPoint(Point screenPoint) override;
-  bool InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) override;
+  bool ClientToScreen(HWnd hwnd, TPoint* point) override;
+  bool ScreenToClient(HWnd hwnd, TPoint* point) override;
+  HWnd WindowFromPoint(TPoint screenPoint) override;
+  bool InvalidateRect(HWnd hwnd, const TRect* rect, bool erase) override;
   bool UpdateWindow(HWnd hwnd) override;
   HWnd FindWindowW(const char16_t* className, const char16_t* title) override;
   bool EnumWindows(EnumWindowsProc callback, LParam lParam) override;
@@ -69,7 +69,7 @@ class TWin32Platform final : public IPlatform {
   std::uint32_t GetTickCount() override;
   void Sleep(std::uint32_t milliseconds) override;
   std::int16_t GetKeyState(std::int32_t virtualKey) override;
-  bool GetCursorPos(Point* point) override;
+  bool GetCursorPos(TPoint* point) override;
   bool SetCursorPos(std::int32_t x, std::int32_t y) override;
   std::uint32_t GetDoubleClickTime() override;
   HWnd SetCapture(HWnd hwnd) override;
