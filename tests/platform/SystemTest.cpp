@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/PortableOs.h"
+#include "platform/portable/PortableOs.h"
 #include "tests/platform/TestWindows.h"
 
 namespace qx::test {
@@ -14,7 +14,6 @@ using SystemTest = PlatformTest;
 
 TEST_F(SystemTest, TheInstalledEmulationIsThePlatform) {
   EXPECT_EQ(&Platform(), static_cast<IPlatform*>(&Os()));
-  EXPECT_EQ(Platform().Portable(), &Os());
   EXPECT_EQ(&PortableOs(), &Os());
   EXPECT_EQ(Os().ClockMode(), TClockMode::Manual);
 }

@@ -7,12 +7,13 @@
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif
-#include <windows.h>
 #include <commctrl.h>
 #include <mmsystem.h>
+#include <windows.h>
 #include <wininet.h>
 
 #include <cstddef>
+#include <thread>
 
 // On 32 bits these are macros for the 32-bit calls; our operations keep the real names.
 #undef GetWindowLongPtrW
@@ -32,12 +33,16 @@ static_assert(sizeof(Msg) == sizeof(MSG) && offsetof(Msg, lParam) == offsetof(MS
               offsetof(Msg, time) == offsetof(MSG, time) && offsetof(Msg, pt) == offsetof(MSG, pt));
 static_assert(sizeof(CreateStructW) == sizeof(CREATESTRUCTW) &&
               offsetof(CreateStructW, lpszClass) == offsetof(CREATESTRUCTW, lpszClass));
-static_assert(sizeof(WindowPos) == sizeof(WINDOWPOS) && offsetof(WindowPos, flags) == offsetof(WINDOWPOS, flags));
+static_assert(sizeof(WindowPos) == sizeof(WINDOWPOS) &&
+              offsetof(WindowPos, flags) == offsetof(WINDOWPOS, flags));
 static_assert(sizeof(MouseHookStruct) == sizeof(MOUSEHOOKSTRUCT) &&
               offsetof(MouseHookStruct, dwExtraInfo) == offsetof(MOUSEHOOKSTRUCT, dwExtraInfo));
-static_assert(sizeof(CwpStruct) == sizeof(CWPSTRUCT) && offsetof(CwpStruct, hwnd) == offsetof(CWPSTRUCT, hwnd));
-static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) && offsetof(TouchInput, dwExtraInfo) == offsetof(TOUCHINPUT, dwExtraInfo));
-static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) && offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
+static_assert(sizeof(CwpStruct) == sizeof(CWPSTRUCT) &&
+              offsetof(CwpStruct, hwnd) == offsetof(CWPSTRUCT, hwnd));
+static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) &&
+              offsetof(TouchInput, dwExtraInfo) == offsetof(TOUCHINPUT, dwExtraInfo));
+static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) &&
+              offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
 static_assert(sizeof(TrackMouseEventInfo) == sizeof(TRACKMOUSEEVENT) &&
               offsetof(TrackMouseEventInfo, dwHoverTime) == offsetof(TRACKMOUSEEVENT, dwHoverTime));
 static_assert(sizeof(UrlComponentsW) == sizeof(URL_COMPONENTSW) &&
@@ -51,8 +56,8 @@ HINSTANCE Instance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
 // Our geometry is converted to the system's at this edge.
 RECT ToRect(const TRect& r) { return RECT{r.Left, r.Top, r.Right, r.Bottom}; }
 TRect FromRect(const RECT& r) {
-  return {static_cast<std::int32_t>(r.left), static_cast<std::int32_t>(r.top), static_cast<std::int32_t>(r.right),
-          static_cast<std::int32_t>(r.bottom)};
+  return {static_cast<std::int32_t>(r.left), static_cast<std::int32_t>(r.top),
+          static_cast<std::int32_t>(r.right), static_cast<std::int32_t>(r.bottom)};
 }
 POINT ToPoint(TPoint p) { return POINT{p.X, p.Y}; }
 TPoint FromPoint(POINT p) { return {static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}; }
@@ -99,11 +104,14 @@ LResult TWin32Platform::DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wPar
 
 WndProc TWin32Platform::DefWindowProcAddress() { return reinterpret_cast<WndProc>(&::DefWindowProcW); }
 
-LResult TWin32Platform::CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+LResult TWin32Platform::CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam,
+                                        LParam lParam) {
   return ::CallWindowProcW(reinterpret_cast<WNDPROC>(proc), H(hwnd), msg, wParam, lParam);
 }
 
-std::int32_t TWin32Platform::GetWindowLongW(HWnd hwnd, std::int32_t index) { return ::GetWindowLongW(H(hwnd), index); }
+std::int32_t TWin32Platform::GetWindowLongW(HWnd hwnd, std::int32_t index) {
+  return ::GetWindowLongW(H(hwnd), index);
+}
 
 std::int32_t TWin32Platform::SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) {
   return ::SetWindowLongW(H(hwnd), index, value);
@@ -127,17 +135,19 @@ LongPtr TWin32Platform::SetWindowLongPtrW(HWnd hwnd, std::int32_t index, LongPtr
 
 HWnd TWin32Platform::SetParent(HWnd child, HWnd newParent) { return Q(::SetParent(H(child), H(newParent))); }
 HWnd TWin32Platform::GetParent(HWnd hwnd) { return Q(::GetParent(H(hwnd))); }
-HWnd TWin32Platform::GetWindow(HWnd hwnd, std::uint32_t relation) { return Q(::GetWindow(H(hwnd), relation)); }
+HWnd TWin32Platform::GetWindow(HWnd hwnd, std::uint32_t relation) {
+  return Q(::GetWindow(H(hwnd), relation));
+}
 HWnd TWin32Platform::GetDesktopWindow() { return Q(::GetDesktopWindow()); }
 bool TWin32Platform::IsChild(HWnd parent, HWnd hwnd) { return ::IsChild(H(parent), H(hwnd)) != FALSE; }
 
-bool TWin32Platform::SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std::int32_t y, std::int32_t cx,
-                                  std::int32_t cy, std::uint32_t flags) {
+bool TWin32Platform::SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std::int32_t y,
+                                  std::int32_t cx, std::int32_t cy, std::uint32_t flags) {
   return ::SetWindowPos(H(hwnd), H(insertAfter), x, y, cx, cy, flags) != FALSE;
 }
 
-bool TWin32Platform::MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
-                                bool repaint) {
+bool TWin32Platform::MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width,
+                                std::int32_t height, bool repaint) {
   return ::MoveWindow(H(hwnd), x, y, width, height, repaint ? TRUE : FALSE) != FALSE;
 }
 
@@ -155,7 +165,9 @@ bool TWin32Platform::GetClientRect(HWnd hwnd, TRect* rect) {
   return true;
 }
 
-bool TWin32Platform::ShowWindow(HWnd hwnd, std::int32_t cmdShow) { return ::ShowWindow(H(hwnd), cmdShow) != FALSE; }
+bool TWin32Platform::ShowWindow(HWnd hwnd, std::int32_t cmdShow) {
+  return ::ShowWindow(H(hwnd), cmdShow) != FALSE;
+}
 bool TWin32Platform::IsWindowVisible(HWnd hwnd) { return ::IsWindowVisible(H(hwnd)) != FALSE; }
 
 bool TWin32Platform::ClientToScreen(HWnd hwnd, TPoint* point) {
@@ -174,7 +186,9 @@ bool TWin32Platform::ScreenToClient(HWnd hwnd, TPoint* point) {
   return true;
 }
 
-HWnd TWin32Platform::WindowFromPoint(TPoint screenPoint) { return Q(::WindowFromPoint(ToPoint(screenPoint))); }
+HWnd TWin32Platform::WindowFromPoint(TPoint screenPoint) {
+  return Q(::WindowFromPoint(ToPoint(screenPoint)));
+}
 
 bool TWin32Platform::InvalidateRect(HWnd hwnd, const TRect* rect, bool erase) {
   const RECT r = rect ? ToRect(*rect) : RECT{};
@@ -219,7 +233,8 @@ bool TWin32Platform::PostMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam, L
   return ::PostMessageW(H(hwnd), msg, wParam, lParam) != FALSE;
 }
 
-bool TWin32Platform::PostThreadMessageW(std::uint32_t threadId, std::uint32_t msg, WParam wParam, LParam lParam) {
+bool TWin32Platform::PostThreadMessageW(std::uint32_t threadId, std::uint32_t msg, WParam wParam,
+                                        LParam lParam) {
   return ::PostThreadMessageW(threadId, msg, wParam, lParam) != FALSE;
 }
 
@@ -227,7 +242,8 @@ LResult TWin32Platform::SendMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam
   return ::SendMessageW(H(hwnd), msg, wParam, lParam);
 }
 
-std::int32_t TWin32Platform::GetMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin, std::uint32_t filterMax) {
+std::int32_t TWin32Platform::GetMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin,
+                                         std::uint32_t filterMax) {
   return ::GetMessageW(reinterpret_cast<MSG*>(msg), H(hwnd), filterMin, filterMax);
 }
 
@@ -284,9 +300,10 @@ bool TWin32Platform::TrackMouseEvent(TrackMouseEventInfo* info) {
 HWnd TWin32Platform::SetFocus(HWnd hwnd) { return Q(::SetFocus(H(hwnd))); }
 HWnd TWin32Platform::GetFocus() { return Q(::GetFocus()); }
 
-HHook TWin32Platform::SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) {
-  return reinterpret_cast<HHook>(
-      ::SetWindowsHookExW(idHook, reinterpret_cast<HOOKPROC>(proc), static_cast<HINSTANCE>(module), threadId));
+HHook TWin32Platform::SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module,
+                                        std::uint32_t threadId) {
+  return reinterpret_cast<HHook>(::SetWindowsHookExW(idHook, reinterpret_cast<HOOKPROC>(proc),
+                                                     static_cast<HINSTANCE>(module), threadId));
 }
 
 bool TWin32Platform::UnhookWindowsHookEx(HHook hook) {
@@ -310,9 +327,10 @@ bool TWin32Platform::IsTouchWindow(HWnd hwnd, std::uint32_t* flags) {
   return touch;
 }
 
-bool TWin32Platform::GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) {
-  return ::GetTouchInputInfo(reinterpret_cast<HTOUCHINPUT>(input), count, reinterpret_cast<TOUCHINPUT*>(inputs),
-                             size) != FALSE;
+bool TWin32Platform::GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs,
+                                       std::int32_t size) {
+  return ::GetTouchInputInfo(reinterpret_cast<HTOUCHINPUT>(input), count,
+                             reinterpret_cast<TOUCHINPUT*>(inputs), size) != FALSE;
 }
 
 bool TWin32Platform::CloseTouchInputHandle(HTouchInput input) {
@@ -337,7 +355,8 @@ bool TWin32Platform::InitCommonControlsEx(std::uint32_t classes) {
 
 bool TWin32Platform::InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
                                        UrlComponentsW* components) {
-  return ::InternetCrackUrlW(W(url), urlLength, flags, reinterpret_cast<URL_COMPONENTSW*>(components)) != FALSE;
+  return ::InternetCrackUrlW(W(url), urlLength, flags, reinterpret_cast<URL_COMPONENTSW*>(components)) !=
+         FALSE;
 }
 
 bool TWin32Platform::CheckWin32Version(std::int32_t major, std::int32_t minor) {
@@ -369,6 +388,50 @@ std::int32_t TWin32Platform::MessageBoxW(HWnd hwnd, const char16_t* text, const 
 std::int32_t TWin32Platform::GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
                                             std::int32_t maxCount) {
   return ::GetLocaleInfoW(locale, type, W(buffer), maxCount);
+}
+
+std::size_t TWin32Platform::ProcessMessages() {
+  std::size_t count = 0;
+  MSG msg;
+  while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    if (msg.message == WM_QUIT) {
+      // Left for the thread's own loop.
+      ::PostQuitMessage(static_cast<int>(msg.wParam));
+      break;
+    }
+    ::TranslateMessage(&msg);
+    ::DispatchMessageW(&msg);
+    ++count;
+  }
+  return count;
+}
+
+void TWin32Platform::WaitStep(bool pumpMessages) {
+  if (pumpMessages)
+    ProcessMessages();
+  else
+    std::this_thread::yield();
+}
+
+bool TWin32Platform::PaintWindowPixels(HWnd hwnd, std::int32_t width, std::int32_t height,
+                                       const std::uint32_t* pixels) {
+  // A top-down 32-bit DIB is the picture's own layout, so it is copied as it is.
+  PAINTSTRUCT paint{};
+  HDC dc = ::BeginPaint(H(hwnd), &paint);
+  if (!dc) return false;
+  if (pixels && width > 0 && height > 0) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    ::SetDIBitsToDevice(dc, 0, 0, static_cast<DWORD>(width), static_cast<DWORD>(height), 0, 0, 0,
+                        static_cast<UINT>(height), pixels, &info, DIB_RGB_COLORS);
+  }
+  ::EndPaint(H(hwnd), &paint);
+  return true;
 }
 
 }  // namespace qx
