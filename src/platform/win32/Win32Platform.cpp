@@ -7,9 +7,10 @@
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif
+#include <windows.h>
+// The system headers below need <windows.h> first.
 #include <commctrl.h>
 #include <mmsystem.h>
-#include <windows.h>
 #include <wininet.h>
 
 #include <cstddef>
