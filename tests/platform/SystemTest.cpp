@@ -80,7 +80,8 @@ TEST_F(SystemTest, WindowSurfacesCarryPixels) {
   EXPECT_EQ(pixels.width, 0);
   EXPECT_TRUE(pixels.pixels.empty());
   const std::uint32_t data[6] = {1, 2, 3, 4, 5, 0xFF00FF00u};
-  ASSERT_TRUE(Os().SetWindowSurface(hwnd, 3, 2, data));
+  // Painting keeps the picture and leaves the paint cycle to the default procedure.
+  EXPECT_FALSE(P().PaintWindowPixels(hwnd, 3, 2, data));
   ASSERT_TRUE(Os().ReadWindowPixels(hwnd, &pixels));
   EXPECT_EQ(pixels.width, 3);
   EXPECT_EQ(pixels.height, 2);
