@@ -8,11 +8,11 @@ namespace {
 constexpr const char16_t* kMainClass = u"QxFakeHostMainWindow";
 constexpr std::uint32_t kFrame = win::WS_CAPTION | win::WS_THICKFRAME | win::WS_SYSMENU;
 
-HWnd MakeWindow(const char16_t* className, const char16_t* title, std::uint32_t style, const Rect& rect) {
+HWnd MakeWindow(const char16_t* className, const char16_t* title, std::uint32_t style, const TRect& rect) {
   auto& platform = Platform();
   if (!platform.GetClassInfoW(className, nullptr)) platform.RegisterClassW(className, platform.DefWindowProcAddress());
-  return platform.CreateWindowExW(0, className, title, style, rect.left, rect.top, rect.right - rect.left,
-                                  rect.bottom - rect.top, nullptr, nullptr);
+  return platform.CreateWindowExW(0, className, title, style, rect.Left, rect.Top, rect.Right - rect.Left,
+                                  rect.Bottom - rect.Top, nullptr, nullptr);
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ TFakeHostWindows::~TFakeHostWindows() {
   if (main_ && Platform().IsWindow(main_)) Platform().DestroyWindow(main_);
 }
 
-HWnd TFakeHostWindows::CreateMainWindow(const Rect& rect) {
+HWnd TFakeHostWindows::CreateMainWindow(const TRect& rect) {
   if (main_ && Platform().IsWindow(main_)) return main_;
   main_ = MakeWindow(kMainClass, u"Quillmar", win::WS_OVERLAPPED | kFrame | win::WS_VISIBLE, rect);
   windows_.MainWindow().SetHandleValue(reinterpret_cast<std::uintptr_t>(main_));
@@ -37,7 +37,7 @@ void TFakeHostWindows::SetFullscreen(bool on) {
   platform.SetWindowLongW(main_, win::GWL_STYLE, static_cast<std::int32_t>(style));
 }
 
-HWnd TFakeHostWindows::ShowFullscreenToolbar(const Rect& rect) {
+HWnd TFakeHostWindows::ShowFullscreenToolbar(const TRect& rect) {
   HideFullscreenToolbar();
   toolbar_ = MakeWindow(u"FullscreenToolbar", u"XmlWidgetWindow", win::WS_POPUP | win::WS_VISIBLE, rect);
   return toolbar_;

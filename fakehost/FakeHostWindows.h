@@ -17,11 +17,11 @@ class TFakeHostWindows {
   TFakeHostWindows(const TFakeHostWindows&) = delete;
   TFakeHostWindows& operator=(const TFakeHostWindows&) = delete;
 
-  HWnd CreateMainWindow(const Rect& rect);
+  HWnd CreateMainWindow(const TRect& rect);
   HWnd MainWindow() const { return main_; }
   // Full screen drops the caption and frame bits, as the host does.
   void SetFullscreen(bool on);
-  HWnd ShowFullscreenToolbar(const Rect& rect);
+  HWnd ShowFullscreenToolbar(const TRect& rect);
   void HideFullscreenToolbar();
 
  private:

@@ -38,7 +38,7 @@ class TCabinetIconBarPluginImpl : public TQxIPluginImpl, public ICabinetIconBar,
   bool ExistIcon(TTabImage*) override { return false; }
   void layoutCabinetIcon(bool, float, std::int32_t, TTabImage*) override {}
   void ChangeActiveState(bool) override {}
-  void NotifyScrollBoxRect(const TRectF32&) override {}
+  void NotifyScrollBoxRect(const TRectF&) override {}
   void DebugPrintIconPosition() override {}
   bool MouseInCabinetBar() override { return false; }
 

@@ -1,5 +1,6 @@
 // Properties, directories, and the values of tabs, browsers and groups.
 
+#include "base/PathDelim.h"
 #include "host/HostKeys.h"
 #include "host/ServiceCoreWrap.h"
 
@@ -7,13 +8,7 @@ namespace qx {
 namespace {
 
 TString WithDelimiter(TString path) {
-  if (!path.empty() && path.back() != u'/' && path.back() != u'\\') {
-#ifdef _WIN32
-    path += u'\\';
-#else
-    path += u'/';
-#endif
-  }
+  if (!path.empty() && path.back() != u'/' && path.back() != u'\\') path += kPathDelim;
   return path;
 }
 
@@ -21,7 +16,8 @@ TString WithDelimiter(TString path) {
 
 // --- properties ---
 
-void TServiceCoreWrapImplBase::GetPropertyText(std::u16string_view key, std::u16string_view fallback, TString& text) {
+void TServiceCoreWrapImplBase::GetPropertyText(std::u16string_view key, std::u16string_view fallback,
+                                               TString& text) {
   ComPtr<IQxIPropertyService> properties;
   PropertyService(properties);
   if (!properties) return;
@@ -110,7 +106,9 @@ TString TServiceCoreWrapImplBase::BookmarkPass3Pass() {
   GetPropertyText(prop_key::BookmarkPass3Pass, u"", text);
   return text;
 }
-bool TServiceCoreWrapImplBase::UseTalvokConnect() { return GetPropertyBool(prop_key::UseTalvokConnect, false); }
+bool TServiceCoreWrapImplBase::UseTalvokConnect() {
+  return GetPropertyBool(prop_key::UseTalvokConnect, false);
+}
 bool TServiceCoreWrapImplBase::IsFullScreenToolbarPinned() {
   return GetPropertyBool(prop_key::FullScreenToolbarPinned, false);
 }
@@ -139,7 +137,7 @@ bool TServiceCoreWrapImplBase::DirectoryPath(std::u16string_view key, bool addDe
   return true;
 }
 
-#define QX_DIRECTORY(Name, Key, Delimiter) \
+#define QX_DIRECTORY(Name, Key, Delimiter)   \
   TString TServiceCoreWrapImplBase::Name() { \
     TString path;                            \
     DirectoryPath(Key, Delimiter, path);     \
@@ -180,7 +178,8 @@ TString TServiceCoreWrapImplBase::TranslateText(std::u16string_view key) {
 
 // --- tab values ---
 
-bool TServiceCoreWrapImplBase::TabValueVariant(IQxITab* tab, std::u16string_view key, ComPtr<IQxIVariant>& out) {
+bool TServiceCoreWrapImplBase::TabValueVariant(IQxITab* tab, std::u16string_view key,
+                                               ComPtr<IQxIVariant>& out) {
   out = nullptr;
   if (!tab || key.empty()) return false;
   const TString k(key);
@@ -246,7 +245,8 @@ TString TServiceCoreWrapImplBase::TabGuid(IQxITab* tab) {
 
 // --- browser values ---
 
-bool TServiceCoreWrapImplBase::BrowserValueText(IQxIBrowser* browser, std::u16string_view key, TString& text) {
+bool TServiceCoreWrapImplBase::BrowserValueText(IQxIBrowser* browser, std::u16string_view key,
+                                                TString& text) {
   if (!browser || key.empty()) return false;
   ComPtr<IQxIVariant> variant;
   const TString k(key);
@@ -257,7 +257,8 @@ bool TServiceCoreWrapImplBase::BrowserValueText(IQxIBrowser* browser, std::u16st
   return true;
 }
 
-bool TServiceCoreWrapImplBase::GetBrowserProperty(std::u16string_view key, IQxIBrowser* browser, TString& text) {
+bool TServiceCoreWrapImplBase::GetBrowserProperty(std::u16string_view key, IQxIBrowser* browser,
+                                                  TString& text) {
   return BrowserValueText(browser, key, text);
 }
 
@@ -344,7 +345,8 @@ void TServiceCoreWrapImplBase::HtmlDocumentOfBrowser(IQxIBrowser* browser, ComPt
 
 // --- groups ---
 
-bool TServiceCoreWrapImplBase::GetTabGroupProperty(IQxITabGroup* group, std::u16string_view key, TString& text) {
+bool TServiceCoreWrapImplBase::GetTabGroupProperty(IQxITabGroup* group, std::u16string_view key,
+                                                   TString& text) {
   if (!group || key.empty()) return false;
   ComPtr<IQxIString> value;
   const TString k(key);

@@ -113,10 +113,10 @@ bool TServiceCoreWrapImplBase::WidgetRectByName(std::u16string_view name, TRect&
   TRect found;
   if (!ParseRect(Attribute(named.get(), u"rect"), found)) return false;
   const HWnd main = AsHWnd(MainWindowHandle());
-  Point topLeft{found.Left, found.Top}, bottomRight{found.Right, found.Bottom};
+  TPoint topLeft{found.Left, found.Top}, bottomRight{found.Right, found.Bottom};
   Platform().ClientToScreen(main, &topLeft);
   Platform().ClientToScreen(main, &bottomRight);
-  rect = TRect{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y};
+  rect = TRect{topLeft.X, topLeft.Y, bottomRight.X, bottomRight.Y};
   return true;
 }
 
@@ -131,9 +131,9 @@ bool TServiceCoreWrapImplBase::IsMainWindowFullscreen() {
 }
 
 TRect TServiceCoreWrapImplBase::MainWindowRect() {
-  Rect r{};
+  TRect r{};
   if (!Platform().GetWindowRect(AsHWnd(MainWindowHandle()), &r)) return TRect{};
-  return TRect{r.left, r.top, r.right, r.bottom};
+  return TRect{r.Left, r.Top, r.Right, r.Bottom};
 }
 
 TRect TServiceCoreWrapImplBase::FullScreenMainWindowRect() {
@@ -170,8 +170,8 @@ TRect TServiceCoreWrapImplBase::BrowserAreaRectBelowToolbar() {
   }
   TRect rect = MainWindowRect();
   if (HWnd toolbar = Platform().FindWindowW(u"FullscreenToolbar", u"XmlWidgetWindow")) {
-    Rect bar{};
-    if (Platform().GetWindowRect(toolbar, &bar)) rect.Top += bar.bottom;
+    TRect bar{};
+    if (Platform().GetWindowRect(toolbar, &bar)) rect.Top += bar.Bottom;
   }
   return rect;
 }

@@ -4,9 +4,7 @@
 
 #include "host/HostKeys.h"
 #include "host/V3EventTypes.h"
-#include "platform/MessageLoop.h"
 #include "platform/Platform.h"
-#include "runtime/MessagePump.h"
 
 namespace qx {
 
@@ -16,8 +14,9 @@ TWebkitScriptManagerImpl::TWebkitScriptManagerImpl(IServiceCoreWrap* serviceCore
   if (FServiceCore) {
     FBrowserId = FServiceCore->BrowserIdTextOfBrowser(browser);
     // Not held by the listener: the manager removes it before it dies.
-    FServiceCore->AddEventHandlerV3(0, kEvBrowserExecuteJavascript, FEventListener, false,
-                                    [this](const TString& id, IQxIEvent* event) { return OnScriptResult(id, event); });
+    FServiceCore->AddEventHandlerV3(
+        0, kEvBrowserExecuteJavascript, FEventListener, false,
+        [this](const TString& id, IQxIEvent* event) { return OnScriptResult(id, event); });
   }
   FGuidStr = GuidToString(NewGuid());
 }
@@ -35,14 +34,14 @@ bool TWebkitScriptManagerImpl::RunAndWait(std::u16string_view code, TString& res
   FServiceCore->ExecuteJavascript(FBrowser.get(), code, FUnblockScript, scriptId);
   const std::uint32_t start = Platform().GetTickCount();
   for (;;) {
-    if (pumping) DispatchPendingMessages();
+    if (pumping) Platform().ProcessMessages();
     if (FServiceCore->GetFinalizing()) return false;
     if (const auto it = FReturnValueMap.find(scriptId); it != FReturnValueMap.end()) {
       result = it->second;
       return true;
     }
     if (Platform().GetTickCount() - start >= kScriptWaitLimitMs) return false;
-    WaitStep(pumping);
+    Platform().WaitStep(pumping);
   }
 }
 
@@ -85,7 +84,8 @@ HResult TWebkitScriptManagerImpl::OnScriptResult(const TString&, IQxIEvent* even
   if (scriptId.empty()) return kOk;
   // A prefix test on the shorter of the two: a manager takes only its own answers.
   const std::size_t n = std::min(scriptId.size(), FGuidStr.size());
-  if (!SameText(std::u16string_view(scriptId).substr(0, n), std::u16string_view(FGuidStr).substr(0, n))) return kOk;
+  if (!SameText(std::u16string_view(scriptId).substr(0, n), std::u16string_view(FGuidStr).substr(0, n)))
+    return kOk;
   FReturnValueMap[scriptId] = parameters->Value(script_key::Result);
   return kOk;
 }

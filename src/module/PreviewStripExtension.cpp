@@ -62,7 +62,7 @@ HResult QX_STDCALL TPrevewStripPluginImpl::GetChildFrameBottom(std::int32_t* val
 
 TTabImageSectionList* TPrevewStripPluginImpl::GetTabList() { return nullptr; }
 TTabImage* TPrevewStripPluginImpl::GetActiveTab() { return nullptr; }
-void TPrevewStripPluginImpl::TabScrollBoxScreenRect(TRectF32& rect) { rect = TRectF32{}; }
+void TPrevewStripPluginImpl::TabScrollBoxScreenRect(TRectF& rect) { rect = TRectF{}; }
 void TPrevewStripPluginImpl::HideTitleForm(bool) {}
 
 }  // namespace qx

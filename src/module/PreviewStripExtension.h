@@ -47,7 +47,7 @@ class TPrevewStripPluginImpl : public TQxIPluginImpl, public IPreviewStrip, publ
   // IPreviewStrip
   TTabImageSectionList* GetTabList() override;
   TTabImage* GetActiveTab() override;
-  void TabScrollBoxScreenRect(TRectF32& rect) override;
+  void TabScrollBoxScreenRect(TRectF& rect) override;
   void HideTitleForm(bool flag) override;
 
   bool Finalized() const { return FFinalized; }

@@ -11,9 +11,11 @@
 #error "Include platform/Platform.h before <windows.h>: its names are macros there"
 #endif
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
+#include "base/Rect.h"
 #include "base/Status.h"
 
 namespace qx {
@@ -47,29 +49,13 @@ using MMTimerProc = TimerProc;
 using EnumWindowsProc = std::int32_t(QX_STDCALL*)(HWnd hwnd, LParam lParam);
 using HookProc = LResult(QX_STDCALL*)(std::int32_t code, WParam wParam, LParam lParam);
 
-struct Point {
-  std::int32_t x = 0;
-  std::int32_t y = 0;
-  friend bool operator==(const Point&, const Point&) = default;
-};
-
-struct Rect {
-  std::int32_t left = 0;
-  std::int32_t top = 0;
-  std::int32_t right = 0;
-  std::int32_t bottom = 0;
-  std::int32_t Width() const { return right - left; }
-  std::int32_t Height() const { return bottom - top; }
-  friend bool operator==(const Rect&, const Rect&) = default;
-};
-
 struct Msg {
   HWnd hwnd = nullptr;
   std::uint32_t message = 0;
   WParam wParam = 0;
   LParam lParam = 0;
   std::uint32_t time = 0;
-  Point pt;
+  TPoint pt;
 };
 
 // Same layout as the system's CREATESTRUCTW: WM_NCCREATE/WM_CREATE point at it.
@@ -101,7 +87,7 @@ struct WindowPos {
 
 // Same layout as the system's MOUSEHOOKSTRUCT (WH_MOUSE lParam).
 struct MouseHookStruct {
-  Point pt;
+  TPoint pt;
   HWnd hwnd = nullptr;
   std::uint32_t wHitTestCode = 0;
   ULongPtr dwExtraInfo = 0;
@@ -149,7 +135,7 @@ struct ToolInfoW {
   std::uint32_t uFlags = 0;
   HWnd hwnd = nullptr;
   std::uintptr_t uId = 0;
-  Rect rect;
+  TRect rect;
   void* hinst = nullptr;
   char16_t* lpszText = nullptr;
   LParam lParam = 0;
@@ -180,8 +166,12 @@ struct UrlComponentsW {
 constexpr std::uint16_t LoWord(std::uintptr_t v) { return static_cast<std::uint16_t>(v & 0xFFFF); }
 constexpr std::uint16_t HiWord(std::uintptr_t v) { return static_cast<std::uint16_t>((v >> 16) & 0xFFFF); }
 // Signed coordinates packed in an lParam (GET_X_LPARAM / GET_Y_LPARAM).
-constexpr std::int32_t XFromLParam(LParam v) { return static_cast<std::int16_t>(LoWord(static_cast<std::uintptr_t>(v))); }
-constexpr std::int32_t YFromLParam(LParam v) { return static_cast<std::int16_t>(HiWord(static_cast<std::uintptr_t>(v))); }
+constexpr std::int32_t XFromLParam(LParam v) {
+  return static_cast<std::int16_t>(LoWord(static_cast<std::uintptr_t>(v)));
+}
+constexpr std::int32_t YFromLParam(LParam v) {
+  return static_cast<std::int16_t>(HiWord(static_cast<std::uintptr_t>(v)));
+}
 constexpr LParam MakeLParam(std::int32_t lo, std::int32_t hi) {
   return static_cast<LParam>(static_cast<std::uint32_t>(static_cast<std::uint16_t>(lo)) |
                              (static_cast<std::uint32_t>(static_cast<std::uint16_t>(hi)) << 16));
@@ -453,149 +443,17 @@ inline constexpr std::uint32_t MI_WP_TOUCH = 0xFF515780u;
 
 }  // namespace win
 
-class IPortableOs;
-
 // One operation per system call, same name, same meaning, same failure answers
 // (0, false or null). Handles the system does not know give failure, never a crash.
+// The few operations at the end of the list stand for a sequence of calls that the
+// emulation carries out its own way (pumping, waiting, painting).
 class IPlatform {
  public:
   virtual ~IPlatform() = default;
 
-  // Window classes. RegisterClassW answers 0 when the name is taken.
-  virtual std::uint16_t RegisterClassW(const char16_t* className, WndProc wndProc) = 0;
-  virtual bool UnregisterClassW(const char16_t* className) = 0;
-  // True when the class exists; its window procedure goes to *wndProc when given.
-  virtual bool GetClassInfoW(const char16_t* className, WndProc* wndProc) = 0;
-
-  // Windows. parent may be HWND_MESSAGE for a message-only window; userData arrives
-  // as CreateStructW::lpCreateParams with WM_NCCREATE and WM_CREATE.
-  virtual HWnd CreateWindowExW(std::uint32_t exStyle, const char16_t* className, const char16_t* title,
-                               std::uint32_t style, std::int32_t x, std::int32_t y, std::int32_t width,
-                               std::int32_t height, HWnd parent, void* userData) = 0;
-  virtual bool DestroyWindow(HWnd hwnd) = 0;
-  virtual bool IsWindow(HWnd hwnd) = 0;
-  virtual LResult DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
-  // DefWindowProcW as a procedure address, for a class that wants no procedure of its own.
-  virtual WndProc DefWindowProcAddress() = 0;
-  virtual LResult CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
-  virtual std::int32_t GetWindowLongW(HWnd hwnd, std::int32_t index) = 0;
-  virtual std::int32_t SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) = 0;
-  virtual LongPtr GetWindowLongPtrW(HWnd hwnd, std::int32_t index) = 0;
-  virtual LongPtr SetWindowLongPtrW(HWnd hwnd, std::int32_t index, LongPtr value) = 0;
-  virtual HWnd SetParent(HWnd child, HWnd newParent) = 0;
-  virtual HWnd GetParent(HWnd hwnd) = 0;
-  virtual HWnd GetWindow(HWnd hwnd, std::uint32_t relation) = 0;
-  virtual HWnd GetDesktopWindow() = 0;
-  virtual bool IsChild(HWnd parent, HWnd hwnd) = 0;
-  virtual bool SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std::int32_t y, std::int32_t cx,
-                            std::int32_t cy, std::uint32_t flags) = 0;
-  virtual bool MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
-                          bool repaint) = 0;
-  // Screen coordinates.
-  virtual bool GetWindowRect(HWnd hwnd, Rect* rect) = 0;
-  // Client coordinates: left and top are 0.
-  virtual bool GetClientRect(HWnd hwnd, Rect* rect) = 0;
-  // Answers whether the window was visible before.
-  virtual bool ShowWindow(HWnd hwnd, std::int32_t cmdShow) = 0;
-  virtual bool IsWindowVisible(HWnd hwnd) = 0;
-  virtual bool ClientToScreen(HWnd hwnd, Point* point) = 0;
-  virtual bool ScreenToClient(HWnd hwnd, Point* point) = 0;
-  virtual HWnd WindowFromPoint(Point screenPoint) = 0;
-  virtual bool InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) = 0;
-  virtual bool UpdateWindow(HWnd hwnd) = 0;
-
-  // Search. Null className or title matches any; both compare ignoring case.
-  virtual HWnd FindWindowW(const char16_t* className, const char16_t* title) = 0;
-  // Top-level windows, front to back; false when the callback ended it.
-  virtual bool EnumWindows(EnumWindowsProc callback, LParam lParam) = 0;
-  // Copies at most maxCount - 1 units and a terminating zero; answers the units copied.
-  virtual std::int32_t GetClassNameW(HWnd hwnd, char16_t* buffer, std::int32_t maxCount) = 0;
-  virtual std::int32_t GetWindowTextW(HWnd hwnd, char16_t* buffer, std::int32_t maxCount) = 0;
-  virtual std::int32_t GetWindowTextLengthW(HWnd hwnd) = 0;
-  virtual bool SetWindowTextW(HWnd hwnd, const char16_t* text) = 0;
-  // Answers the window's thread id (0 for an unknown window); the process id goes to *processId.
-  virtual std::uint32_t GetWindowThreadProcessId(HWnd hwnd, std::uint32_t* processId) = 0;
-  virtual std::uint32_t GetCurrentProcessId() = 0;
-  virtual std::uint32_t GetCurrentThreadId() = 0;
-
-  // Messages. PostMessageW may be called from any thread; a null hwnd posts to the
-  // calling thread's own queue.
-  virtual bool PostMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
-  virtual bool PostThreadMessageW(std::uint32_t threadId, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
-  virtual LResult SendMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) = 0;
-  // Blocks until a message arrives; answers 0 on WM_QUIT, -1 on error, else nonzero.
-  virtual std::int32_t GetMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin, std::uint32_t filterMax) = 0;
-  virtual bool PeekMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin, std::uint32_t filterMax,
-                            std::uint32_t removeMsg) = 0;
-  virtual bool TranslateMessage(const Msg* msg) = 0;
-  virtual LResult DispatchMessageW(const Msg* msg) = 0;
-  virtual void PostQuitMessage(std::int32_t exitCode) = 0;
-  virtual LParam GetMessageExtraInfo() = 0;
-
-  // Window timers: WM_TIMER to the window with wParam = id.
-  virtual std::uintptr_t SetTimer(HWnd hwnd, std::uintptr_t id, std::uint32_t elapse) = 0;
-  virtual bool KillTimer(HWnd hwnd, std::uintptr_t id) = 0;
-
-  // Multimedia timers: the callback runs on a thread of its own. timeSetEvent answers 0
-  // on failure; timeKillEvent answers TIMERR_NOERROR or MMSYSERR_INVALPARAM.
-  virtual std::uint32_t timeSetEvent(std::uint32_t delay, std::uint32_t resolution, TimerProc proc, ULongPtr user,
-                                     std::uint32_t flags) = 0;
-  virtual std::uint32_t timeKillEvent(std::uint32_t id) = 0;
-  virtual std::uint32_t timeGetTime() = 0;
-  virtual std::uint32_t GetTickCount() = 0;
-  virtual void Sleep(std::uint32_t milliseconds) = 0;
-
-  // Input state.
-  virtual std::int16_t GetKeyState(std::int32_t virtualKey) = 0;
-  virtual bool GetCursorPos(Point* point) = 0;
-  virtual bool SetCursorPos(std::int32_t x, std::int32_t y) = 0;
-  virtual std::uint32_t GetDoubleClickTime() = 0;
-  virtual HWnd SetCapture(HWnd hwnd) = 0;
-  virtual bool ReleaseCapture() = 0;
-  virtual HWnd GetCapture() = 0;
-  // Only TME_LEAVE (and TME_CANCEL with it) is emulated: WM_MOUSELEAVE is posted when
-  // the mouse input goes elsewhere.
-  virtual bool TrackMouseEvent(TrackMouseEventInfo* info) = 0;
-  virtual HWnd SetFocus(HWnd hwnd) = 0;
-  virtual HWnd GetFocus() = 0;
-
-  // Hooks on this thread's message flow. WH_MOUSE sees mouse input before its window,
-  // WH_CALLWNDPROC every message sent straight to a window procedure, WH_GETMESSAGE
-  // each retrieved message.
-  virtual HHook SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) = 0;
-  virtual bool UnhookWindowsHookEx(HHook hook) = 0;
-  virtual LResult CallNextHookEx(HHook hook, std::int32_t code, WParam wParam, LParam lParam) = 0;
-
-  // Touch. WM_TOUCH carries the point count in the low word of wParam and the input
-  // handle in lParam; DefWindowProcW closes the handle.
-  virtual bool RegisterTouchWindow(HWnd hwnd, std::uint32_t flags) = 0;
-  virtual bool UnregisterTouchWindow(HWnd hwnd) = 0;
-  virtual bool IsTouchWindow(HWnd hwnd, std::uint32_t* flags) = 0;
-  virtual bool GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) = 0;
-  virtual bool CloseTouchInputHandle(HTouchInput input) = 0;
-  // Where the message being handled came from; false on systems without the call.
-  virtual bool GetCurrentInputMessageSource(InputMessageSource* source) = 0;
-
-  // Registers the common control classes (the tooltip window).
-  virtual bool InitCommonControlsEx(std::uint32_t classes) = 0;
-
-  // Splits a URL into its parts; urlLength 0 means zero-terminated.
-  virtual bool InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
-                                 UrlComponentsW* components) = 0;
-
-  // System information.
-  // True when the system is at least major.minor.
-  virtual bool CheckWin32Version(std::int32_t major, std::int32_t minor) = 0;
-  virtual std::int32_t GetSystemMetrics(std::int32_t index) = 0;
-  // GetDeviceCaps(screen DC, LOGPIXELSY).
-  virtual std::int32_t GetLogPixelsY() = 0;
-  virtual std::int32_t MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption, std::uint32_t type) = 0;
-  // Copies the locale value with its terminating zero; answers the units written, 0 on failure.
-  virtual std::int32_t GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
-                                      std::int32_t maxCount) = 0;
-
-  // The emulation's extra services (clock, input injection, surfaces), or null on the real system.
-  virtual IPortableOs* Portable() { return nullptr; }
+#define QX_PLATFORM_OP(result, name, parameters) virtual result name parameters = 0;
+#include "platform/PlatformOperations.inc"
+#undef QX_PLATFORM_OP
 };
 
 // The process-wide platform.

@@ -107,15 +107,15 @@ void TBaseFormXE7::SetBounds(int left, int top, int width, int height) {
   // Only a window whose bounds differ is told.
   if (HWnd hwnd = FormHandle()) {
     IPlatform& os = Platform();
-    Rect rect;
+    TRect rect;
     if (os.GetWindowRect(hwnd, &rect)) {
       if (HWnd parent = os.GetParent(hwnd)) {
-        Point topLeft{rect.left, rect.top}, bottomRight{rect.right, rect.bottom};
+        TPoint topLeft{rect.Left, rect.Top}, bottomRight{rect.Right, rect.Bottom};
         os.ScreenToClient(parent, &topLeft);
         os.ScreenToClient(parent, &bottomRight);
-        rect = {topLeft.x, topLeft.y, bottomRight.x, bottomRight.y};
+        rect = {topLeft.X, topLeft.Y, bottomRight.X, bottomRight.Y};
       }
-      if (!(rect == Rect{Left(), Top(), Left() + Width(), Top() + Height()}))
+      if (!(rect == TRect{Left(), Top(), Left() + Width(), Top() + Height()}))
         os.SetWindowPos(hwnd, nullptr, Left(), Top(), Width(), Height(),
                         win::SWP_NOZORDER | win::SWP_NOACTIVATE);
     }

@@ -7,16 +7,11 @@
 #include <memory>
 #include <string_view>
 
+#include "base/PathDelim.h"
 #include "base/Text.h"
 #include "toolkit/Bitmap.h"
 
 namespace qx {
-
-#ifdef _WIN32
-inline constexpr char16_t kPathDelim = u'\\';
-#else
-inline constexpr char16_t kPathDelim = u'/';
-#endif
 
 TString IncludeTrailingPathDelimiter(std::u16string_view path);
 

@@ -18,7 +18,7 @@ struct ICabinetIconBar : IUnknown {
   virtual void layoutCabinetIcon(bool animated, float duration, std::int32_t animationType,
                                  TTabImage* dragTarget) = 0;
   virtual void ChangeActiveState(bool active) = 0;
-  virtual void NotifyScrollBoxRect(const TRectF32& rect) = 0;
+  virtual void NotifyScrollBoxRect(const TRectF& rect) = 0;
   virtual void DebugPrintIconPosition() = 0;
   virtual bool MouseInCabinetBar() = 0;
 };

@@ -3,23 +3,19 @@
 // How the cabinet bar reaches the tab strip: in-process only, plain object references.
 
 #include "base/Unknown.h"
+#include "toolkit/Types.h"
 
 namespace qx {
 
 class TTabImageSectionList;
 class TTabImage;
 
-struct TRectF32 {
-  float Left = 0, Top = 0, Right = 0, Bottom = 0;
-  friend bool operator==(const TRectF32&, const TRectF32&) = default;
-};
-
 struct IPreviewStrip : IUnknown {
   static constexpr TGUID IID = MakeGuid("7BF6AB0E-9D28-4A7D-9B0A-D41DEBFAD63B");
   // Each is null-safe: without a frame, nil, all-zero or nothing.
   virtual TTabImageSectionList* GetTabList() = 0;
   virtual TTabImage* GetActiveTab() = 0;
-  virtual void TabScrollBoxScreenRect(TRectF32& rect) = 0;
+  virtual void TabScrollBoxScreenRect(TRectF& rect) = 0;
   virtual void HideTitleForm(bool flag) = 0;
 };
 

@@ -6,11 +6,11 @@
 namespace qx {
 
 bool TTabImageScrollBoxAdapter::MouseInScrollBox() {
-  Point cursor;
+  TPoint cursor;
   if (!Platform().GetCursorPos(&cursor)) return false;
   TCommonCustomForm* form = FBox->Form();
   if (!form) return false;
-  const TPointF client = form->ScreenToClient(TPointF(static_cast<float>(cursor.x), static_cast<float>(cursor.y)));
+  const TPointF client = form->ScreenToClient(TPointF(static_cast<float>(cursor.X), static_cast<float>(cursor.Y)));
   return FBox->LocalRect().Contains(FBox->AbsoluteToLocal(client));
 }
 

@@ -1,6 +1,6 @@
 #include "toolkit/Application.h"
 
-#include "platform/MessageLoop.h"
+#include "platform/Platform.h"
 #include "toolkit/Animation.h"
 #include "toolkit/Form.h"
 #include "toolkit/Managers.h"
@@ -17,7 +17,7 @@ void TApplication::ProcessMessages() {
   if (MessagePump)
     MessagePump();
   else
-    DispatchPendingMessages();
+    Platform().ProcessMessages();
   // Only the work queued before this call; work queued meanwhile waits for the next one.
   std::size_t count = FQueue.size();
   for (std::size_t i = 0; i < count && !FQueue.empty(); ++i) {

@@ -13,8 +13,8 @@ using pixel::Scale;
 
 namespace {
 // Weights in 0..256; exact for equal corners, so a solid picture stays solid.
-inline std::uint32_t Bilinear(std::uint32_t p00, std::uint32_t p10, std::uint32_t p01, std::uint32_t p11, std::uint32_t wx,
-                              std::uint32_t wy) {
+inline std::uint32_t Bilinear(std::uint32_t p00, std::uint32_t p10, std::uint32_t p01, std::uint32_t p11,
+                              std::uint32_t wx, std::uint32_t wy) {
   std::uint32_t out = 0;
   for (int s = 0; s < 32; s += 8) {
     std::uint32_t top = ((p00 >> s) & 0xFF) * (256 - wx) + ((p10 >> s) & 0xFF) * wx;
@@ -48,9 +48,11 @@ void TCanvas::SetClipRect(const TRectF& clip) {
   FClip = clip.Intersect(all);
 }
 
-void TCanvas::IntersectClipRect(const TRectF& rect) { FClip = FClip.Intersect(rect.Offset(FOffset.X, FOffset.Y)); }
+void TCanvas::IntersectClipRect(const TRectF& rect) {
+  FClip = FClip.Intersect(rect.Offset(FOffset.X, FOffset.Y));
+}
 
-TCanvas::TPixelRect TCanvas::ToPixels(const TRectF& rect) const {
+TRect TCanvas::ToPixels(const TRectF& rect) const {
   TRectF r = rect.Offset(FOffset.X, FOffset.Y).Intersect(FClip);
   if (r.IsEmpty()) return {0, 0, 0, 0};
   // A pixel belongs to a rectangle when its centre lies inside.
@@ -59,8 +61,8 @@ TCanvas::TPixelRect TCanvas::ToPixels(const TRectF& rect) const {
 }
 
 void TCanvas::Clear(TAlphaColor color) {
-  TPixelRect p = ToPixels(TRectF(-FOffset.X, -FOffset.Y, -FOffset.X + static_cast<float>(Width()),
-                                 -FOffset.Y + static_cast<float>(Height())));
+  TRect p = ToPixels(TRectF(-FOffset.X, -FOffset.Y, -FOffset.X + static_cast<float>(Width()),
+                            -FOffset.Y + static_cast<float>(Height())));
   std::uint32_t c = PremultiplyColor(color);
   for (int y = p.Top; y < p.Bottom; ++y) {
     std::uint32_t* line = FBitmap->Bits() + static_cast<std::size_t>(y) * Width();
@@ -74,7 +76,7 @@ void TCanvas::FillRect(const TRectF& rect, float opacity) {
 }
 
 void TCanvas::FillRect(const TRectF& rect, TAlphaColor color, float opacity) {
-  TPixelRect p = ToPixels(rect);
+  TRect p = ToPixels(rect);
   std::uint32_t c = Scale(PremultiplyColor(color), OpacityFactor(opacity));
   if ((c >> 24) == 0) return;
   for (int y = p.Top; y < p.Bottom; ++y) {
@@ -93,10 +95,11 @@ void TCanvas::FillRoundRect(const TRectF& rect, float radius, TAlphaColor color,
     FillRect(rect, color, opacity);
     return;
   }
-  TPixelRect p = ToPixels(rect);
+  TRect p = ToPixels(rect);
   std::uint32_t c = Scale(PremultiplyColor(color), OpacityFactor(opacity));
   TRectF r = rect.Offset(FOffset.X, FOffset.Y);
-  float innerL = r.Left + radius, innerR = r.Right - radius, innerT = r.Top + radius, innerB = r.Bottom - radius;
+  float innerL = r.Left + radius, innerR = r.Right - radius, innerT = r.Top + radius,
+        innerB = r.Bottom - radius;
   for (int y = p.Top; y < p.Bottom; ++y) {
     std::uint32_t* line = FBitmap->Bits() + static_cast<std::size_t>(y) * Width();
     float cy = static_cast<float>(y) + 0.5f;
@@ -121,10 +124,11 @@ void TCanvas::DrawBitmap(const TBitmap& bitmap, const TRectF& source, const TRec
   if (bitmap.IsEmpty() || target.IsEmpty()) return;
   std::uint32_t f = OpacityFactor(opacity);
   if (f == 0) return;
-  TRectF src = source.Intersect(TRectF(0, 0, static_cast<float>(bitmap.Width()), static_cast<float>(bitmap.Height())));
+  TRectF src =
+      source.Intersect(TRectF(0, 0, static_cast<float>(bitmap.Width()), static_cast<float>(bitmap.Height())));
   if (src.IsEmpty()) return;
   TRectF dst = target.Offset(FOffset.X, FOffset.Y);
-  TPixelRect p = ToPixels(target);
+  TRect p = ToPixels(target);
   if (p.Right <= p.Left || p.Bottom <= p.Top) return;
   const std::uint32_t* bits = bitmap.Bits();
   const int bw = bitmap.Width();
@@ -164,7 +168,8 @@ void TCanvas::DrawBitmap(const TBitmap& bitmap, const TRectF& source, const TRec
   // Bilinear: sample at pixel centres, clamped to the source rectangle.
   const float minX = src.Left, maxX = src.Right - 1, minY = src.Top, maxY = src.Bottom - 1;
   for (int y = p.Top; y < p.Bottom; ++y) {
-    float v = std::clamp((static_cast<float>(y) + 0.5f - dst.Top) * sy + src.Top - 0.5f, minY, std::max(minY, maxY));
+    float v = std::clamp((static_cast<float>(y) + 0.5f - dst.Top) * sy + src.Top - 0.5f, minY,
+                         std::max(minY, maxY));
     int y0 = static_cast<int>(v);
     int y1 = std::min(y0 + 1, static_cast<int>(std::max(minY, maxY)));
     std::uint32_t wy = static_cast<std::uint32_t>((v - static_cast<float>(y0)) * 256);
@@ -172,7 +177,8 @@ void TCanvas::DrawBitmap(const TBitmap& bitmap, const TRectF& source, const TRec
     const std::uint32_t* r1 = bits + static_cast<std::size_t>(y1) * bw;
     std::uint32_t* drow = out + static_cast<std::size_t>(y) * ow;
     for (int x = p.Left; x < p.Right; ++x) {
-      float u = std::clamp((static_cast<float>(x) + 0.5f - dst.Left) * sx + src.Left - 0.5f, minX, std::max(minX, maxX));
+      float u = std::clamp((static_cast<float>(x) + 0.5f - dst.Left) * sx + src.Left - 0.5f, minX,
+                           std::max(minX, maxX));
       int x0 = static_cast<int>(u);
       int x1 = std::min(x0 + 1, static_cast<int>(std::max(minX, maxX)));
       std::uint32_t wx = static_cast<std::uint32_t>((u - static_cast<float>(x0)) * 256);

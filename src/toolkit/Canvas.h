@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Rect.h"
 #include "toolkit/Bitmap.h"
 #include "toolkit/Types.h"
 
@@ -85,10 +86,7 @@ class TCanvas {
                  TAlphaColor color, float opacity);
 
  private:
-  struct TPixelRect {
-    int Left, Top, Right, Bottom;
-  };
-  TPixelRect ToPixels(const TRectF& rect) const;
+  TRect ToPixels(const TRectF& rect) const;
 
   TBitmap* FBitmap;
   TPointF FOffset;

@@ -332,7 +332,7 @@ void TCommonCustomForm::Invalidate(const TRectF& clientRect) {
   if (changed.IsEmpty()) return;
   FUpdateRect = FUpdateRect.Union(changed);
   if (FHandle) {
-    Rect r{static_cast<std::int32_t>(std::floor(changed.Left)),
+    TRect r{static_cast<std::int32_t>(std::floor(changed.Left)),
            static_cast<std::int32_t>(std::floor(changed.Top)),
            static_cast<std::int32_t>(std::ceil(changed.Right)),
            static_cast<std::int32_t>(std::ceil(changed.Bottom))};

@@ -106,16 +106,16 @@ void TCommonCustomForm::DestroyHandle() {
 // ---- coordinates
 
 TPointF TCommonCustomForm::ScreenToClient(TPointF p) const {
-  Point origin;
+  TPoint origin;
   if (FHandle && Platform().ClientToScreen(FHandle, &origin))
-    return {p.X - static_cast<float>(origin.x), p.Y - static_cast<float>(origin.y)};
+    return {p.X - static_cast<float>(origin.X), p.Y - static_cast<float>(origin.Y)};
   return {p.X - static_cast<float>(FLeft), p.Y - static_cast<float>(FTop)};
 }
 
 TPointF TCommonCustomForm::ClientToScreen(TPointF p) const {
-  Point origin;
+  TPoint origin;
   if (FHandle && Platform().ClientToScreen(FHandle, &origin))
-    return {p.X + static_cast<float>(origin.x), p.Y + static_cast<float>(origin.y)};
+    return {p.X + static_cast<float>(origin.X), p.Y + static_cast<float>(origin.Y)};
   return {p.X + static_cast<float>(FLeft), p.Y + static_cast<float>(FTop)};
 }
 
@@ -258,13 +258,13 @@ void TCommonCustomForm::WindowTouch(WParam wParam, LParam lParam) {
   if (!os.GetTouchInputInfo(reinterpret_cast<HTouchInput>(lParam), count, points.data(),
                             static_cast<std::int32_t>(sizeof(TouchInput))))
     return;
-  Point origin;
+  TPoint origin;
   os.ClientToScreen(FHandle, &origin);
   for (const TouchInput& point : points) {
     // One finger drives the pan: the primary one, or the only one.
     if (count > 1 && !(point.dwFlags & win::TOUCHEVENTF_PRIMARY)) continue;
-    TPointF client{static_cast<float>(point.x) / 100.0f - static_cast<float>(origin.x),
-                   static_cast<float>(point.y) / 100.0f - static_cast<float>(origin.y)};
+    TPointF client{static_cast<float>(point.x) / 100.0f - static_cast<float>(origin.X),
+                   static_cast<float>(point.y) / 100.0f - static_cast<float>(origin.Y)};
     if (point.dwFlags & win::TOUCHEVENTF_DOWN)
       TouchDown(client);
     else if (point.dwFlags & win::TOUCHEVENTF_UP)

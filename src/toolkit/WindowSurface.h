@@ -11,9 +11,4 @@ namespace qx {
 // completed here; false leaves it to DefWindowProcW.
 bool PaintWindowSurface(HWnd hwnd, TBitmap& picture);
 
-#ifdef _WIN32
-// The system's paint cycle: the picture is copied to the window's device context.
-bool PaintWindowSurfaceGdi(HWnd hwnd, TBitmap& picture);
-#endif
-
 }  // namespace qx

@@ -10,9 +10,9 @@ TEST(FakeHostWindowsTest, MainWindowFullScreenAndItsToolbar) {
   TScopedPortableOs os;
   TFakeBrowser browser;
   auto& windows = browser.Host().HostWindows();
-  const HWnd main = windows.CreateMainWindow(Rect{10, 20, 1290, 820});
+  const HWnd main = windows.CreateMainWindow(TRect{10, 20, 1290, 820});
   ASSERT_NE(main, nullptr);
-  EXPECT_EQ(windows.CreateMainWindow(Rect{}), main);  // one main window
+  EXPECT_EQ(windows.CreateMainWindow(TRect{}), main);  // one main window
 
   ComPtr<IQxIWindow> window;
   ASSERT_EQ(browser.Host().Windows().GetMainWindow(window.put()), kOk);
@@ -30,11 +30,11 @@ TEST(FakeHostWindowsTest, MainWindowFullScreenAndItsToolbar) {
   EXPECT_NE(style() & 0xC00000u, 0u);
 
   EXPECT_EQ(Platform().FindWindowW(u"FullscreenToolbar", u"XmlWidgetWindow"), nullptr);
-  const HWnd toolbar = windows.ShowFullscreenToolbar(Rect{0, 0, 1280, 43});
+  const HWnd toolbar = windows.ShowFullscreenToolbar(TRect{0, 0, 1280, 43});
   EXPECT_EQ(Platform().FindWindowW(u"FullscreenToolbar", u"XmlWidgetWindow"), toolbar);
-  Rect bar{};
+  TRect bar{};
   ASSERT_TRUE(Platform().GetWindowRect(toolbar, &bar));
-  EXPECT_EQ(bar.bottom, 43);
+  EXPECT_EQ(bar.Bottom, 43);
   windows.HideFullscreenToolbar();
   EXPECT_EQ(Platform().FindWindowW(u"FullscreenToolbar", u"XmlWidgetWindow"), nullptr);
 }

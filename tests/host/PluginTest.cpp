@@ -76,9 +76,9 @@ TEST_F(PluginTest, ExistIconIsAlwaysFalse) {
   ComPtr<IPreviewStrip> strip = Make(0).As<IPreviewStrip>();
   ASSERT_TRUE(strip);
   EXPECT_EQ(strip->GetTabList(), nullptr);
-  TRectF32 rect{1, 2, 3, 4};
+  TRectF rect{1, 2, 3, 4};
   strip->TabScrollBoxScreenRect(rect);
-  EXPECT_EQ(rect, TRectF32{});
+  EXPECT_EQ(rect, TRectF{});
 }
 
 TEST_F(PluginTest, PluginsFindEachOtherThroughThePluginService) {

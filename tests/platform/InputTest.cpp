@@ -44,9 +44,9 @@ TEST_F(InputTest, MouseGoesToTheWindowInItsClientCoordinates) {
   ASSERT_EQ(Log().size(), 1u);
   EXPECT_EQ(Log()[0].hwnd, child);
   EXPECT_EQ(Log()[0].lParam, MakeLParam(5, 6));
-  Point cursor;
+  TPoint cursor;
   ASSERT_TRUE(P().GetCursorPos(&cursor));
-  EXPECT_EQ(cursor, (Point{115, 126}));
+  EXPECT_EQ(cursor, (TPoint{115, 126}));
 }
 
 TEST_F(InputTest, CaptureRoutesMouseInputToTheCapturingWindow) {
@@ -194,9 +194,9 @@ TEST_F(InputTest, ExtraInfoTellsTouchFromMouse) {
 
 TEST_F(InputTest, CursorPositionAndDoubleClickTime) {
   EXPECT_TRUE(P().SetCursorPos(40, 50));
-  Point p;
+  TPoint p;
   ASSERT_TRUE(P().GetCursorPos(&p));
-  EXPECT_EQ(p, (Point{40, 50}));
+  EXPECT_EQ(p, (TPoint{40, 50}));
   EXPECT_FALSE(P().GetCursorPos(nullptr));
   EXPECT_EQ(P().GetDoubleClickTime(), 500u);
   Os().SetDoubleClickTime(300);
@@ -308,9 +308,9 @@ TEST_F(InputTest, MouseLeaveIsPostedWhenTheMouseGoesElsewhere) {
   EXPECT_EQ(Os().InjectMouseAtScreen(WM_MOUSEMOVE, {250, 500}, 0), 0);
   Os().ProcessMessages();
   EXPECT_EQ(Messages(b), (std::vector<std::uint32_t>{WM_MOUSELEAVE}));
-  Point cursor;
+  TPoint cursor;
   P().GetCursorPos(&cursor);
-  EXPECT_EQ(cursor, (Point{250, 500}));
+  EXPECT_EQ(cursor, (TPoint{250, 500}));
   // Asking while the cursor is outside gives the leave at once; a cancel stops it.
   ASSERT_TRUE(P().TrackMouseEvent(&track));
   Os().ProcessMessages();

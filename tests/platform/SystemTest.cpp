@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/PortableOs.h"
+#include "platform/portable/PortableOs.h"
 #include "tests/platform/TestWindows.h"
 
 namespace qx::test {
@@ -14,7 +14,6 @@ using SystemTest = PlatformTest;
 
 TEST_F(SystemTest, TheInstalledEmulationIsThePlatform) {
   EXPECT_EQ(&Platform(), static_cast<IPlatform*>(&Os()));
-  EXPECT_EQ(Platform().Portable(), &Os());
   EXPECT_EQ(&PortableOs(), &Os());
   EXPECT_EQ(Os().ClockMode(), TClockMode::Manual);
 }
@@ -39,9 +38,9 @@ TEST_F(SystemTest, MetricsAndScreenResolution) {
   EXPECT_EQ(P().GetSystemMetrics(SM_DIGITIZER), 0);
   EXPECT_EQ(P().GetSystemMetrics(12345), 0);
   Os().SetSystemMetric(SM_CXSCREEN, 1280);
-  Rect desktop;
+  TRect desktop;
   ASSERT_TRUE(P().GetWindowRect(P().GetDesktopWindow(), &desktop));
-  EXPECT_EQ(desktop.right, 1280);
+  EXPECT_EQ(desktop.Right, 1280);
   EXPECT_EQ(P().GetLogPixelsY(), 96);
   Os().SetLogPixelsY(120);
   EXPECT_EQ(P().GetLogPixelsY(), 120);
@@ -81,7 +80,8 @@ TEST_F(SystemTest, WindowSurfacesCarryPixels) {
   EXPECT_EQ(pixels.width, 0);
   EXPECT_TRUE(pixels.pixels.empty());
   const std::uint32_t data[6] = {1, 2, 3, 4, 5, 0xFF00FF00u};
-  ASSERT_TRUE(Os().SetWindowSurface(hwnd, 3, 2, data));
+  // Painting keeps the picture and leaves the paint cycle to the default procedure.
+  EXPECT_FALSE(P().PaintWindowPixels(hwnd, 3, 2, data));
   ASSERT_TRUE(Os().ReadWindowPixels(hwnd, &pixels));
   EXPECT_EQ(pixels.width, 3);
   EXPECT_EQ(pixels.height, 2);
@@ -152,7 +152,7 @@ TEST_F(SystemTest, TooltipWindowKeepsItsTools) {
   EXPECT_EQ(state.tools[0].hwnd, parent);
   EXPECT_EQ(state.tools[0].flags, TTF_SUBCLASS);
   EXPECT_EQ(state.tools[0].text, u"New tab");
-  EXPECT_EQ(state.tools[0].rect, (Rect{5, 6, 7, 8}));
+  EXPECT_EQ(state.tools[0].rect, (TRect{5, 6, 7, 8}));
   // A short record is refused.
   info.cbSize = 8;
   EXPECT_EQ(P().SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LParam>(&info)), 0);

@@ -28,9 +28,9 @@ LResult QX_STDCALL SecondProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LPara
   return Platform().DefWindowProcW(hwnd, msg, wParam, lParam) + 1000;
 }
 
-HWnd MakeWindow(std::uint32_t style, HWnd parent, Rect bounds, const char16_t* title) {
+HWnd MakeWindow(std::uint32_t style, HWnd parent, TRect bounds, const char16_t* title) {
   if (!Platform().GetClassInfoW(kTestClass, nullptr)) Platform().RegisterClassW(kTestClass, &RecordingProc);
-  return Platform().CreateWindowExW(0, kTestClass, title, style, bounds.left, bounds.top, bounds.Width(),
+  return Platform().CreateWindowExW(0, kTestClass, title, style, bounds.Left, bounds.Top, bounds.Width(),
                                     bounds.Height(), parent, nullptr);
 }
 

@@ -29,7 +29,7 @@ LResult QX_STDCALL RecordingProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LP
 LResult QX_STDCALL SecondProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam);
 
 // Registers the recording class once per test platform and makes a window of it.
-HWnd MakeWindow(std::uint32_t style = 0, HWnd parent = nullptr, Rect bounds = {0, 0, 100, 100},
+HWnd MakeWindow(std::uint32_t style = 0, HWnd parent = nullptr, TRect bounds = {0, 0, 100, 100},
                 const char16_t* title = u"");
 
 inline constexpr char16_t kTestClass[] = u"QxTestWindow";

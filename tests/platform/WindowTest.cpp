@@ -221,9 +221,9 @@ TEST_F(WindowTest, SetParentMovesTheWindowBetweenParents) {
   EXPECT_TRUE(P().IsChild(host, form));
   EXPECT_EQ(P().GetWindow(host, GW_CHILD), form);
   // Coordinates stay the same numbers, now relative to the new parent.
-  Rect r;
+  TRect r;
   ASSERT_TRUE(P().GetWindowRect(form, &r));
-  EXPECT_EQ(r, (Rect{105, 56, 125, 76}));
+  EXPECT_EQ(r, (TRect{105, 56, 125, 76}));
   EXPECT_EQ(P().SetParent(form, other), host);
   EXPECT_FALSE(P().IsChild(host, form));
   EXPECT_EQ(P().GetWindow(host, GW_CHILD), nullptr);
@@ -241,20 +241,20 @@ TEST_F(WindowTest, CoordinatesFollowTheParentChain) {
   HWnd top = MakeWindow(WS_VISIBLE, nullptr, {100, 50, 600, 450});
   HWnd mid = MakeWindow(WS_CHILD | WS_VISIBLE, top, {10, 20, 210, 220});
   HWnd leaf = MakeWindow(WS_CHILD | WS_VISIBLE, mid, {1, 2, 31, 42});
-  Rect r;
+  TRect r;
   ASSERT_TRUE(P().GetWindowRect(leaf, &r));
-  EXPECT_EQ(r, (Rect{111, 72, 141, 112}));
+  EXPECT_EQ(r, (TRect{111, 72, 141, 112}));
   ASSERT_TRUE(P().GetClientRect(leaf, &r));
-  EXPECT_EQ(r, (Rect{0, 0, 30, 40}));
-  Point p{5, 5};
+  EXPECT_EQ(r, (TRect{0, 0, 30, 40}));
+  TPoint p{5, 5};
   ASSERT_TRUE(P().ClientToScreen(leaf, &p));
-  EXPECT_EQ(p, (Point{116, 77}));
+  EXPECT_EQ(p, (TPoint{116, 77}));
   ASSERT_TRUE(P().ScreenToClient(mid, &p));
-  EXPECT_EQ(p, (Point{6, 7}));
+  EXPECT_EQ(p, (TPoint{6, 7}));
   // Moving an ancestor moves the descendants on screen.
   ASSERT_TRUE(P().MoveWindow(top, 0, 0, 500, 400, true));
   ASSERT_TRUE(P().GetWindowRect(leaf, &r));
-  EXPECT_EQ(r, (Rect{11, 22, 41, 62}));
+  EXPECT_EQ(r, (TRect{11, 22, 41, 62}));
 }
 
 TEST_F(WindowTest, SetWindowPosReportsOnlyWhatChanged) {
@@ -271,9 +271,9 @@ TEST_F(WindowTest, SetWindowPosReportsOnlyWhatChanged) {
   // Same bounds again: the change notification comes, but no WM_MOVE or WM_SIZE.
   ASSERT_TRUE(P().SetWindowPos(hwnd, nullptr, 5, 6, 20, 30, SWP_NOZORDER));
   EXPECT_EQ(Messages(hwnd), (std::vector<std::uint32_t>{WM_WINDOWPOSCHANGING, WM_WINDOWPOSCHANGED}));
-  Rect r;
+  TRect r;
   P().GetWindowRect(hwnd, &r);
-  EXPECT_EQ(r, (Rect{5, 6, 25, 36}));
+  EXPECT_EQ(r, (TRect{5, 6, 25, 36}));
 }
 
 std::uint32_t gPosFlags = 0;
@@ -390,8 +390,8 @@ TEST_F(WindowTest, UnknownHandlesAnswerFailure) {
   HWnd gone = MakeWindow();
   P().DestroyWindow(gone);
   for (HWnd h : {bogus, gone, static_cast<HWnd>(nullptr)}) {
-    Rect r{1, 2, 3, 4};
-    Point p{1, 1};
+    TRect r{1, 2, 3, 4};
+    TPoint p{1, 1};
     char16_t buffer[8] = {u'a', 0};
     std::uint32_t pid = 77;
     EXPECT_FALSE(P().IsWindow(h));
@@ -405,7 +405,7 @@ TEST_F(WindowTest, UnknownHandlesAnswerFailure) {
     EXPECT_FALSE(P().SetWindowPos(h, nullptr, 0, 0, 1, 1, 0));
     EXPECT_FALSE(P().MoveWindow(h, 0, 0, 1, 1, true));
     EXPECT_FALSE(P().GetWindowRect(h, &r));
-    EXPECT_EQ(r, (Rect{1, 2, 3, 4}));
+    EXPECT_EQ(r, (TRect{1, 2, 3, 4}));
     EXPECT_FALSE(P().GetClientRect(h, &r));
     EXPECT_FALSE(P().ShowWindow(h, SW_SHOW));
     EXPECT_FALSE(P().IsWindowVisible(h));

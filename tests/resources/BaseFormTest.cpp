@@ -67,15 +67,15 @@ class BaseFormTest : public ::testing::Test {
   }
   void TearDown() override { TToolkit::Finalize(); }
   int Seen(std::uint32_t msg) { return TClassProc::Seen[msg]; }
-  Rect WindowRectIn(HWnd hwnd, HWnd parent) {
-    Rect r;
+  TRect WindowRectIn(HWnd hwnd, HWnd parent) {
+    TRect r;
     os_->GetWindowRect(hwnd, &r);
-    Point a{r.left, r.top}, b{r.right, r.bottom};
+    TPoint a{r.Left, r.Top}, b{r.Right, r.Bottom};
     if (parent) {
       os_->ScreenToClient(parent, &a);
       os_->ScreenToClient(parent, &b);
     }
-    return {a.x, a.y, b.x, b.y};
+    return {a.X, a.Y, b.X, b.Y};
   }
   TScopedPortableOs os_;
 };
@@ -88,7 +88,7 @@ TEST_F(BaseFormTest, SetBoundsTellsThePlatformOnlyOfChanges) {
   HWnd hwnd = form.FormHandle();
   ASSERT_NE(hwnd, nullptr);
   form.SetBounds(10, 20, 300, 200);
-  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (Rect{10, 20, 310, 220}));
+  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (TRect{10, 20, 310, 220}));
   EXPECT_EQ(form.Realigns, 1);
   EXPECT_EQ(resizes, 1);
   int positions = Seen(win::WM_WINDOWPOSCHANGED);
@@ -101,7 +101,7 @@ TEST_F(BaseFormTest, SetBoundsTellsThePlatformOnlyOfChanges) {
 
   // A move: the window follows, no realign and no resize notification.
   form.SetBounds(50, 60, 300, 200);
-  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (Rect{50, 60, 350, 260}));
+  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (TRect{50, 60, 350, 260}));
   EXPECT_GT(Seen(win::WM_WINDOWPOSCHANGED), positions);
   EXPECT_EQ(form.Realigns, 1);
   EXPECT_EQ(resizes, 1);
@@ -117,7 +117,7 @@ TEST_F(BaseFormTest, SetBoundsTellsThePlatformOnlyOfChanges) {
   form.SetBounds(70, 80, 320, 200);
   EXPECT_EQ(form.Realigns, 2);
   EXPECT_EQ(resizes, 2);
-  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (Rect{70, 80, 390, 280}));
+  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (TRect{70, 80, 390, 280}));
 }
 
 TEST_F(BaseFormTest, FormsWithoutAWindowAskTheResolver) {
@@ -130,7 +130,7 @@ TEST_F(BaseFormTest, FormsWithoutAWindowAskTheResolver) {
       [&](const TCommonCustomForm* f) { return f == &form ? hwnd : nullptr; });
   EXPECT_EQ(form.FormHandle(), hwnd);
   form.SetBounds(5, 6, 30, 40);
-  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (Rect{5, 6, 35, 46}));
+  EXPECT_EQ(WindowRectIn(hwnd, nullptr), (TRect{5, 6, 35, 46}));
   TBaseFormXE7::SetFormHandleResolver(nullptr);
   os_->DestroyWindow(hwnd);
 }
@@ -143,7 +143,7 @@ TEST_F(BaseFormTest, TheToolkitsOwnWindowIsTheFormHandle) {
   EXPECT_EQ(form.FormHandle(), form.Handle());
   // Bounds compare against that window.
   form.SetBounds(4, 5, 100, 20);
-  EXPECT_EQ(WindowRectIn(form.Handle(), nullptr), (Rect{4, 5, 104, 25}));
+  EXPECT_EQ(WindowRectIn(form.Handle(), nullptr), (TRect{4, 5, 104, 25}));
 }
 
 TEST_F(BaseFormTest, ChildEmbeddingMakesAChildOfTheHostWindow) {
@@ -166,10 +166,10 @@ TEST_F(BaseFormTest, ChildEmbeddingMakesAChildOfTheHostWindow) {
   EXPECT_TRUE(os_->IsChild(host, hwnd));
   form.SetBounds(10, 30, 300, 24);
   form.Show();
-  EXPECT_EQ(WindowRectIn(hwnd, host), (Rect{10, 30, 310, 54}));
+  EXPECT_EQ(WindowRectIn(hwnd, host), (TRect{10, 30, 310, 54}));
   // Clicked where it now stands inside the host.
-  os_->InjectMouseAtScreen(win::WM_LBUTTONDOWN, Point{100 + 20, 100 + 40}, win::MK_LBUTTON);
-  os_->InjectMouseAtScreen(win::WM_LBUTTONUP, Point{100 + 20, 100 + 40}, 0);
+  os_->InjectMouseAtScreen(win::WM_LBUTTONDOWN, TPoint{100 + 20, 100 + 40}, win::MK_LBUTTON);
+  os_->InjectMouseAtScreen(win::WM_LBUTTONUP, TPoint{100 + 20, 100 + 40}, 0);
   EXPECT_EQ(clicks, 1);
   // No host window: nothing is made.
   TBaseFormXE7 orphan;
@@ -208,18 +208,18 @@ TEST_F(BaseFormTest, PopupEmbeddingDoesNotTakeTheActivation) {
   HWnd hwnd = form.FormHandle();
   ASSERT_NE(hwnd, nullptr);
   EXPECT_EQ(os_->GetParent(hwnd), host);
-  EXPECT_EQ(WindowRectIn(hwnd, host), (Rect{5, 6, 125, 46}));
+  EXPECT_EQ(WindowRectIn(hwnd, host), (TRect{5, 6, 125, 46}));
   EXPECT_TRUE(os_->IsWindowVisible(hwnd));
   EXPECT_TRUE(form.Visible());
   EXPECT_EQ(os_->GetFocus(), host);
   EXPECT_EQ(Seen(win::WM_ACTIVATE), 0);
   // Bounds now count in the parent's client area.
   form.SetBounds(9, 6, 120, 40);
-  EXPECT_EQ(WindowRectIn(hwnd, host), (Rect{9, 6, 129, 46}));
+  EXPECT_EQ(WindowRectIn(hwnd, host), (TRect{9, 6, 129, 46}));
   // A second embedding into the same parent keeps it.
   EmbedPopupForm(form, host, 1, 2, 60, 20);
   EXPECT_EQ(os_->GetParent(hwnd), host);
-  EXPECT_EQ(WindowRectIn(hwnd, host), (Rect{1, 2, 61, 22}));
+  EXPECT_EQ(WindowRectIn(hwnd, host), (TRect{1, 2, 61, 22}));
   os_->DestroyWindow(host);
 }
 

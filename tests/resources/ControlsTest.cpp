@@ -249,8 +249,8 @@ TEST_F(ToolTipTest, ToolsSendAddUpdateAndRectMessagesOnlyOnChange) {
   EXPECT_EQ(sent_[0].info.uFlags, 16u);
   EXPECT_EQ(sent_[0].info.hwnd, parent_);
   EXPECT_EQ(sent_[0].info.uId, 7u);
-  EXPECT_EQ(sent_[0].info.rect.left, 10);
-  EXPECT_EQ(sent_[0].info.rect.right, 30);
+  EXPECT_EQ(sent_[0].info.rect.Left, 10);
+  EXPECT_EQ(sent_[0].info.rect.Right, 30);
   EXPECT_EQ(sent_[0].text, u"Close tab");
   EXPECT_EQ(sent_[0].info.cbSize, sizeof(ToolInfoW));
 
@@ -263,7 +263,7 @@ TEST_F(ToolTipTest, ToolsSendAddUpdateAndRectMessagesOnlyOnChange) {
   tip.UpdateTool(7, u"Close this tab", nullptr, TRect{40, 0, 60, 20});
   ASSERT_EQ(sent_.size(), 3u);
   EXPECT_EQ(sent_[2].message, 1076u);
-  EXPECT_EQ(sent_[2].info.rect.left, 40);
+  EXPECT_EQ(sent_[2].info.rect.Left, 40);
 
   tip.UpdateTool(3, u"New tab", nullptr, TRect{0, 0, 5, 5});
   EXPECT_EQ(tip.FindTool(3), 0);  // sorted by id
@@ -272,7 +272,7 @@ TEST_F(ToolTipTest, ToolsSendAddUpdateAndRectMessagesOnlyOnChange) {
   const TTooltipState state = State(tip);
   ASSERT_EQ(state.tools.size(), 2u);
   EXPECT_EQ(state.tools[0].text, u"Close this tab");
-  EXPECT_EQ(state.tools[0].rect.left, 40);
+  EXPECT_EQ(state.tools[0].rect.Left, 40);
 }
 
 TEST_F(ToolTipTest, DeleteActivateAndDestroy) {

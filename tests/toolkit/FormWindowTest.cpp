@@ -29,7 +29,7 @@ struct THostProc {
   }
 };
 
-constexpr Point kHostOrigin{100, 200};
+constexpr TPoint kHostOrigin{100, 200};
 
 class ToolkitFormWindow : public test::ToolkitTest {
  protected:
@@ -37,8 +37,8 @@ class ToolkitFormWindow : public test::ToolkitTest {
     test::ToolkitTest::SetUp();
     THostProc::Seen.clear();
     os_->RegisterClassW(u"QxHostWindow", &THostProc::Proc);
-    host = os_->CreateWindowExW(0, u"QxHostWindow", u"host", win::WS_POPUP | win::WS_VISIBLE, kHostOrigin.x,
-                                kHostOrigin.y, 800, 100, nullptr, nullptr);
+    host = os_->CreateWindowExW(0, u"QxHostWindow", u"host", win::WS_POPUP | win::WS_VISIBLE, kHostOrigin.X,
+                                kHostOrigin.Y, 800, 100, nullptr, nullptr);
     form = std::make_unique<TForm>();
     form->SetBounds(0, 0, 200, 50);
     a = Make("a", 0);
@@ -71,7 +71,7 @@ class ToolkitFormWindow : public test::ToolkitTest {
   }
   // Mouse input at a point of the host's client area, as the system would route it.
   void Mouse(std::uint32_t msg, int x, int y, WParam keys = 0) {
-    os_->InjectMouseAtScreen(msg, Point{kHostOrigin.x + x, kHostOrigin.y + y}, keys);
+    os_->InjectMouseAtScreen(msg, TPoint{kHostOrigin.X + x, kHostOrigin.Y + y}, keys);
   }
 
   TScopedPortableOs os_;
@@ -98,9 +98,9 @@ TEST_F(ToolkitFormWindow, HandleNeedMakesOneHiddenPopupOwnedByTheApplicationWind
   auto style = static_cast<std::uint32_t>(os_->GetWindowLongW(hwnd, win::GWL_STYLE));
   EXPECT_TRUE(style & win::WS_POPUP);
   EXPECT_EQ(os_->GetWindow(hwnd, win::GW_OWNER), host);
-  Rect r;
+  TRect r;
   os_->GetWindowRect(hwnd, &r);
-  EXPECT_EQ(r, (Rect{10, 20, 310, 60}));
+  EXPECT_EQ(r, (TRect{10, 20, 310, 60}));
   EXPECT_FALSE(os_->IsWindowVisible(hwnd));
 
   form->Show();
@@ -111,7 +111,7 @@ TEST_F(ToolkitFormWindow, HandleNeedMakesOneHiddenPopupOwnedByTheApplicationWind
   // The form's own bounds reach the window.
   form->SetBounds(15, 25, 320, 44);
   os_->GetWindowRect(hwnd, &r);
-  EXPECT_EQ(r, (Rect{15, 25, 335, 69}));
+  EXPECT_EQ(r, (TRect{15, 25, 335, 69}));
 }
 
 TEST_F(ToolkitFormWindow, BorderAndFormStylesShapeTheWindow) {
@@ -224,8 +224,8 @@ TEST_F(ToolkitFormWindow, TouchOnARegisteredWindowDrivesThePanGesture) {
   };
   auto touch = [&](int x, std::uint32_t flags) {
     TouchInput point;
-    point.x = (kHostOrigin.x + 50 + x) * 100;
-    point.y = (kHostOrigin.y + 10 + 20) * 100;
+    point.x = (kHostOrigin.X + 50 + x) * 100;
+    point.y = (kHostOrigin.Y + 10 + 20) * 100;
     point.dwFlags = flags | win::TOUCHEVENTF_PRIMARY;
     os_->InjectTouch(hwnd, {point});
   };
@@ -261,8 +261,8 @@ TEST_F(ToolkitFormWindow, TheHostSizingOrMovingTheWindowIsFollowed) {
   EXPECT_EQ(resizes, 1);
   // Screen and client meet through the window, which now sits inside the host.
   TPointF p = form->ClientToScreen({1.5f, 2});
-  EXPECT_FLOAT_EQ(p.X, kHostOrigin.x + 35 + 1.5f);
-  EXPECT_FLOAT_EQ(p.Y, kHostOrigin.y + 6 + 2);
+  EXPECT_FLOAT_EQ(p.X, kHostOrigin.X + 35 + 1.5f);
+  EXPECT_FLOAT_EQ(p.Y, kHostOrigin.Y + 6 + 2);
   EXPECT_FLOAT_EQ(form->ScreenToClient(p).X, 1.5f);
 }
 
@@ -344,7 +344,7 @@ TEST_F(ToolkitFormWindow, HandlerErrorsStopAtTheWindowProcedure) {
 
 TEST_F(ToolkitFormWindow, ApplicationProcessMessagesPumpsTheWindows) {
   HWnd hwnd = Embed(0, 0);
-  os_->SetCursorPos(kHostOrigin.x + 150, kHostOrigin.y + 10);
+  os_->SetCursorPos(kHostOrigin.X + 150, kHostOrigin.Y + 10);
   os_->PostMessageW(hwnd, win::WM_MOUSEMOVE, 0, MakeLParam(150, 10));
   Application().ProcessMessages();
   EXPECT_EQ(log, (std::vector<std::string>{"b.enter", "b.move 50"}));

@@ -8,11 +8,13 @@
 #define WIN32_LEAN_AND_MEAN
 #endif
 #include <windows.h>
+// The system headers below need <windows.h> first.
 #include <commctrl.h>
 #include <mmsystem.h>
 #include <wininet.h>
 
 #include <cstddef>
+#include <thread>
 
 // On 32 bits these are macros for the 32-bit calls; our operations keep the real names.
 #undef GetWindowLongPtrW
@@ -25,18 +27,23 @@ namespace qx {
 namespace {
 
 // Our records have the system's layout, so pointers to them are handed over as they are.
-static_assert(sizeof(Rect) == sizeof(RECT) && offsetof(Rect, bottom) == offsetof(RECT, bottom));
-static_assert(sizeof(Point) == sizeof(POINT) && offsetof(Point, y) == offsetof(POINT, y));
+// Messages and tooltips embed our point and rectangle, so those must match too.
+static_assert(sizeof(TRect) == sizeof(RECT) && offsetof(TRect, Bottom) == offsetof(RECT, bottom));
+static_assert(sizeof(TPoint) == sizeof(POINT) && offsetof(TPoint, Y) == offsetof(POINT, y));
 static_assert(sizeof(Msg) == sizeof(MSG) && offsetof(Msg, lParam) == offsetof(MSG, lParam) &&
               offsetof(Msg, time) == offsetof(MSG, time) && offsetof(Msg, pt) == offsetof(MSG, pt));
 static_assert(sizeof(CreateStructW) == sizeof(CREATESTRUCTW) &&
               offsetof(CreateStructW, lpszClass) == offsetof(CREATESTRUCTW, lpszClass));
-static_assert(sizeof(WindowPos) == sizeof(WINDOWPOS) && offsetof(WindowPos, flags) == offsetof(WINDOWPOS, flags));
+static_assert(sizeof(WindowPos) == sizeof(WINDOWPOS) &&
+              offsetof(WindowPos, flags) == offsetof(WINDOWPOS, flags));
 static_assert(sizeof(MouseHookStruct) == sizeof(MOUSEHOOKSTRUCT) &&
               offsetof(MouseHookStruct, dwExtraInfo) == offsetof(MOUSEHOOKSTRUCT, dwExtraInfo));
-static_assert(sizeof(CwpStruct) == sizeof(CWPSTRUCT) && offsetof(CwpStruct, hwnd) == offsetof(CWPSTRUCT, hwnd));
-static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) && offsetof(TouchInput, dwExtraInfo) == offsetof(TOUCHINPUT, dwExtraInfo));
-static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) && offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
+static_assert(sizeof(CwpStruct) == sizeof(CWPSTRUCT) &&
+              offsetof(CwpStruct, hwnd) == offsetof(CWPSTRUCT, hwnd));
+static_assert(sizeof(TouchInput) == sizeof(TOUCHINPUT) &&
+              offsetof(TouchInput, dwExtraInfo) == offsetof(TOUCHINPUT, dwExtraInfo));
+static_assert(sizeof(ToolInfoW) == sizeof(TTTOOLINFOW) &&
+              offsetof(ToolInfoW, lpszText) == offsetof(TTTOOLINFOW, lpszText));
 static_assert(sizeof(TrackMouseEventInfo) == sizeof(TRACKMOUSEEVENT) &&
               offsetof(TrackMouseEventInfo, dwHoverTime) == offsetof(TRACKMOUSEEVENT, dwHoverTime));
 static_assert(sizeof(UrlComponentsW) == sizeof(URL_COMPONENTSW) &&
@@ -47,6 +54,15 @@ static_assert(sizeof(LongPtr) == sizeof(LONG_PTR) && sizeof(ULongPtr) == sizeof(
 
 // Classes and windows belong to the module that registers them.
 HINSTANCE Instance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+// Our geometry is converted to the system's at this edge.
+RECT ToRect(const TRect& r) { return RECT{r.Left, r.Top, r.Right, r.Bottom}; }
+TRect FromRect(const RECT& r) {
+  return {static_cast<std::int32_t>(r.left), static_cast<std::int32_t>(r.top),
+          static_cast<std::int32_t>(r.right), static_cast<std::int32_t>(r.bottom)};
+}
+POINT ToPoint(TPoint p) { return POINT{p.X, p.Y}; }
+TPoint FromPoint(POINT p) { return {static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)}; }
+
 HWND H(HWnd hwnd) { return reinterpret_cast<HWND>(hwnd); }
 HWnd Q(HWND hwnd) { return reinterpret_cast<HWnd>(hwnd); }
 const wchar_t* W(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
@@ -89,11 +105,14 @@ LResult TWin32Platform::DefWindowProcW(HWnd hwnd, std::uint32_t msg, WParam wPar
 
 WndProc TWin32Platform::DefWindowProcAddress() { return reinterpret_cast<WndProc>(&::DefWindowProcW); }
 
-LResult TWin32Platform::CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+LResult TWin32Platform::CallWindowProcW(WndProc proc, HWnd hwnd, std::uint32_t msg, WParam wParam,
+                                        LParam lParam) {
   return ::CallWindowProcW(reinterpret_cast<WNDPROC>(proc), H(hwnd), msg, wParam, lParam);
 }
 
-std::int32_t TWin32Platform::GetWindowLongW(HWnd hwnd, std::int32_t index) { return ::GetWindowLongW(H(hwnd), index); }
+std::int32_t TWin32Platform::GetWindowLongW(HWnd hwnd, std::int32_t index) {
+  return ::GetWindowLongW(H(hwnd), index);
+}
 
 std::int32_t TWin32Platform::SetWindowLongW(HWnd hwnd, std::int32_t index, std::int32_t value) {
   return ::SetWindowLongW(H(hwnd), index, value);
@@ -117,45 +136,64 @@ LongPtr TWin32Platform::SetWindowLongPtrW(HWnd hwnd, std::int32_t index, LongPtr
 
 HWnd TWin32Platform::SetParent(HWnd child, HWnd newParent) { return Q(::SetParent(H(child), H(newParent))); }
 HWnd TWin32Platform::GetParent(HWnd hwnd) { return Q(::GetParent(H(hwnd))); }
-HWnd TWin32Platform::GetWindow(HWnd hwnd, std::uint32_t relation) { return Q(::GetWindow(H(hwnd), relation)); }
+HWnd TWin32Platform::GetWindow(HWnd hwnd, std::uint32_t relation) {
+  return Q(::GetWindow(H(hwnd), relation));
+}
 HWnd TWin32Platform::GetDesktopWindow() { return Q(::GetDesktopWindow()); }
 bool TWin32Platform::IsChild(HWnd parent, HWnd hwnd) { return ::IsChild(H(parent), H(hwnd)) != FALSE; }
 
-bool TWin32Platform::SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std::int32_t y, std::int32_t cx,
-                                  std::int32_t cy, std::uint32_t flags) {
+bool TWin32Platform::SetWindowPos(HWnd hwnd, HWnd insertAfter, std::int32_t x, std::int32_t y,
+                                  std::int32_t cx, std::int32_t cy, std::uint32_t flags) {
   return ::SetWindowPos(H(hwnd), H(insertAfter), x, y, cx, cy, flags) != FALSE;
 }
 
-bool TWin32Platform::MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
-                                bool repaint) {
+bool TWin32Platform::MoveWindow(HWnd hwnd, std::int32_t x, std::int32_t y, std::int32_t width,
+                                std::int32_t height, bool repaint) {
   return ::MoveWindow(H(hwnd), x, y, width, height, repaint ? TRUE : FALSE) != FALSE;
 }
 
-bool TWin32Platform::GetWindowRect(HWnd hwnd, Rect* rect) {
-  return ::GetWindowRect(H(hwnd), reinterpret_cast<RECT*>(rect)) != FALSE;
+bool TWin32Platform::GetWindowRect(HWnd hwnd, TRect* rect) {
+  RECT r{};
+  if (!::GetWindowRect(H(hwnd), &r)) return false;
+  if (rect) *rect = FromRect(r);
+  return true;
 }
 
-bool TWin32Platform::GetClientRect(HWnd hwnd, Rect* rect) {
-  return ::GetClientRect(H(hwnd), reinterpret_cast<RECT*>(rect)) != FALSE;
+bool TWin32Platform::GetClientRect(HWnd hwnd, TRect* rect) {
+  RECT r{};
+  if (!::GetClientRect(H(hwnd), &r)) return false;
+  if (rect) *rect = FromRect(r);
+  return true;
 }
 
-bool TWin32Platform::ShowWindow(HWnd hwnd, std::int32_t cmdShow) { return ::ShowWindow(H(hwnd), cmdShow) != FALSE; }
+bool TWin32Platform::ShowWindow(HWnd hwnd, std::int32_t cmdShow) {
+  return ::ShowWindow(H(hwnd), cmdShow) != FALSE;
+}
 bool TWin32Platform::IsWindowVisible(HWnd hwnd) { return ::IsWindowVisible(H(hwnd)) != FALSE; }
 
-bool TWin32Platform::ClientToScreen(HWnd hwnd, Point* point) {
-  return ::ClientToScreen(H(hwnd), reinterpret_cast<POINT*>(point)) != FALSE;
+bool TWin32Platform::ClientToScreen(HWnd hwnd, TPoint* point) {
+  if (!point) return false;
+  POINT p = ToPoint(*point);
+  if (!::ClientToScreen(H(hwnd), &p)) return false;
+  *point = FromPoint(p);
+  return true;
 }
 
-bool TWin32Platform::ScreenToClient(HWnd hwnd, Point* point) {
-  return ::ScreenToClient(H(hwnd), reinterpret_cast<POINT*>(point)) != FALSE;
+bool TWin32Platform::ScreenToClient(HWnd hwnd, TPoint* point) {
+  if (!point) return false;
+  POINT p = ToPoint(*point);
+  if (!::ScreenToClient(H(hwnd), &p)) return false;
+  *point = FromPoint(p);
+  return true;
 }
 
-HWnd TWin32Platform::WindowFromPoint(Point screenPoint) {
-  return Q(::WindowFromPoint(POINT{screenPoint.x, screenPoint.y}));
+HWnd TWin32Platform::WindowFromPoint(TPoint screenPoint) {
+  return Q(::WindowFromPoint(ToPoint(screenPoint)));
 }
 
-bool TWin32Platform::InvalidateRect(HWnd hwnd, const Rect* rect, bool erase) {
-  return ::InvalidateRect(H(hwnd), reinterpret_cast<const RECT*>(rect), erase ? TRUE : FALSE) != FALSE;
+bool TWin32Platform::InvalidateRect(HWnd hwnd, const TRect* rect, bool erase) {
+  const RECT r = rect ? ToRect(*rect) : RECT{};
+  return ::InvalidateRect(H(hwnd), rect ? &r : nullptr, erase ? TRUE : FALSE) != FALSE;
 }
 
 bool TWin32Platform::UpdateWindow(HWnd hwnd) { return ::UpdateWindow(H(hwnd)) != FALSE; }
@@ -196,7 +234,8 @@ bool TWin32Platform::PostMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam, L
   return ::PostMessageW(H(hwnd), msg, wParam, lParam) != FALSE;
 }
 
-bool TWin32Platform::PostThreadMessageW(std::uint32_t threadId, std::uint32_t msg, WParam wParam, LParam lParam) {
+bool TWin32Platform::PostThreadMessageW(std::uint32_t threadId, std::uint32_t msg, WParam wParam,
+                                        LParam lParam) {
   return ::PostThreadMessageW(threadId, msg, wParam, lParam) != FALSE;
 }
 
@@ -204,7 +243,8 @@ LResult TWin32Platform::SendMessageW(HWnd hwnd, std::uint32_t msg, WParam wParam
   return ::SendMessageW(H(hwnd), msg, wParam, lParam);
 }
 
-std::int32_t TWin32Platform::GetMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin, std::uint32_t filterMax) {
+std::int32_t TWin32Platform::GetMessageW(Msg* msg, HWnd hwnd, std::uint32_t filterMin,
+                                         std::uint32_t filterMax) {
   return ::GetMessageW(reinterpret_cast<MSG*>(msg), H(hwnd), filterMin, filterMax);
 }
 
@@ -242,8 +282,11 @@ void TWin32Platform::Sleep(std::uint32_t milliseconds) { ::Sleep(milliseconds); 
 
 std::int16_t TWin32Platform::GetKeyState(std::int32_t virtualKey) { return ::GetKeyState(virtualKey); }
 
-bool TWin32Platform::GetCursorPos(Point* point) {
-  return ::GetCursorPos(reinterpret_cast<POINT*>(point)) != FALSE;
+bool TWin32Platform::GetCursorPos(TPoint* point) {
+  POINT p{};
+  if (!::GetCursorPos(&p)) return false;
+  if (point) *point = FromPoint(p);
+  return true;
 }
 
 bool TWin32Platform::SetCursorPos(std::int32_t x, std::int32_t y) { return ::SetCursorPos(x, y) != FALSE; }
@@ -258,9 +301,10 @@ bool TWin32Platform::TrackMouseEvent(TrackMouseEventInfo* info) {
 HWnd TWin32Platform::SetFocus(HWnd hwnd) { return Q(::SetFocus(H(hwnd))); }
 HWnd TWin32Platform::GetFocus() { return Q(::GetFocus()); }
 
-HHook TWin32Platform::SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module, std::uint32_t threadId) {
-  return reinterpret_cast<HHook>(
-      ::SetWindowsHookExW(idHook, reinterpret_cast<HOOKPROC>(proc), static_cast<HINSTANCE>(module), threadId));
+HHook TWin32Platform::SetWindowsHookExW(std::int32_t idHook, HookProc proc, void* module,
+                                        std::uint32_t threadId) {
+  return reinterpret_cast<HHook>(::SetWindowsHookExW(idHook, reinterpret_cast<HOOKPROC>(proc),
+                                                     static_cast<HINSTANCE>(module), threadId));
 }
 
 bool TWin32Platform::UnhookWindowsHookEx(HHook hook) {
@@ -284,9 +328,10 @@ bool TWin32Platform::IsTouchWindow(HWnd hwnd, std::uint32_t* flags) {
   return touch;
 }
 
-bool TWin32Platform::GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs, std::int32_t size) {
-  return ::GetTouchInputInfo(reinterpret_cast<HTOUCHINPUT>(input), count, reinterpret_cast<TOUCHINPUT*>(inputs),
-                             size) != FALSE;
+bool TWin32Platform::GetTouchInputInfo(HTouchInput input, std::uint32_t count, TouchInput* inputs,
+                                       std::int32_t size) {
+  return ::GetTouchInputInfo(reinterpret_cast<HTOUCHINPUT>(input), count,
+                             reinterpret_cast<TOUCHINPUT*>(inputs), size) != FALSE;
 }
 
 bool TWin32Platform::CloseTouchInputHandle(HTouchInput input) {
@@ -311,7 +356,8 @@ bool TWin32Platform::InitCommonControlsEx(std::uint32_t classes) {
 
 bool TWin32Platform::InternetCrackUrlW(const char16_t* url, std::uint32_t urlLength, std::uint32_t flags,
                                        UrlComponentsW* components) {
-  return ::InternetCrackUrlW(W(url), urlLength, flags, reinterpret_cast<URL_COMPONENTSW*>(components)) != FALSE;
+  return ::InternetCrackUrlW(W(url), urlLength, flags, reinterpret_cast<URL_COMPONENTSW*>(components)) !=
+         FALSE;
 }
 
 bool TWin32Platform::CheckWin32Version(std::int32_t major, std::int32_t minor) {
@@ -343,6 +389,50 @@ std::int32_t TWin32Platform::MessageBoxW(HWnd hwnd, const char16_t* text, const 
 std::int32_t TWin32Platform::GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
                                             std::int32_t maxCount) {
   return ::GetLocaleInfoW(locale, type, W(buffer), maxCount);
+}
+
+std::size_t TWin32Platform::ProcessMessages() {
+  std::size_t count = 0;
+  MSG msg;
+  while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    if (msg.message == WM_QUIT) {
+      // Left for the thread's own loop.
+      ::PostQuitMessage(static_cast<int>(msg.wParam));
+      break;
+    }
+    ::TranslateMessage(&msg);
+    ::DispatchMessageW(&msg);
+    ++count;
+  }
+  return count;
+}
+
+void TWin32Platform::WaitStep(bool pumpMessages) {
+  if (pumpMessages)
+    ProcessMessages();
+  else
+    std::this_thread::yield();
+}
+
+bool TWin32Platform::PaintWindowPixels(HWnd hwnd, std::int32_t width, std::int32_t height,
+                                       const std::uint32_t* pixels) {
+  // A top-down 32-bit DIB is the picture's own layout, so it is copied as it is.
+  PAINTSTRUCT paint{};
+  HDC dc = ::BeginPaint(H(hwnd), &paint);
+  if (!dc) return false;
+  if (pixels && width > 0 && height > 0) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    ::SetDIBitsToDevice(dc, 0, 0, static_cast<DWORD>(width), static_cast<DWORD>(height), 0, 0, 0,
+                        static_cast<UINT>(height), pixels, &info, DIB_RGB_COLORS);
+  }
+  ::EndPaint(H(hwnd), &paint);
+  return true;
 }
 
 }  // namespace qx

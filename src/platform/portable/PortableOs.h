@@ -2,7 +2,7 @@
 
 // Services of the in-process emulation that the real system has no call for:
 // the clock, input injection, window pixels, and knobs for system values.
-// Reach it with Platform().Portable(); it is null on the real system.
+// Tests and hosts reach it through PortableOs(); the module itself only sees IPlatform.
 //
 // Threads work as on the system: a window belongs to the thread that made it, its
 // messages queue there, and only that thread may destroy it. AdvanceClock and
@@ -44,7 +44,7 @@ struct TTooltipTool {
   HWnd hwnd = nullptr;
   std::uintptr_t id = 0;
   std::uint32_t flags = 0;
-  Rect rect;
+  TRect rect;
   std::u16string text;
   bool textCallback = false;
 };
@@ -58,8 +58,6 @@ struct TTooltipState {
 
 class IPortableOs : public IPlatform {
  public:
-  IPortableOs* Portable() override { return this; }
-
   virtual TClockMode ClockMode() = 0;
   // Milliseconds on the emulation's clock.
   virtual std::uint64_t Now() = 0;
@@ -69,9 +67,6 @@ class IPortableOs : public IPlatform {
   // posted to this thread are dispatched. Ends with the clock at now + ms and the queue
   // drained. On the real clock it only drains the queue.
   virtual void AdvanceClock(std::uint64_t milliseconds) = 0;
-  // Dispatches the messages queued for the calling thread (stops before WM_QUIT, which
-  // stays queued); answers how many were dispatched.
-  virtual std::size_t ProcessMessages() = 0;
 
   // Delivers mouse input as the system would: to the capture window if there is one
   // (coordinates mapped to it), through the WH_MOUSE hooks, to the window procedure.
@@ -82,7 +77,8 @@ class IPortableOs : public IPlatform {
                               LParam extraInfo = 0) = 0;
   // Mouse input at a screen point, to the capture window or else the window under it
   // (WindowFromPoint). Over no window only the cursor moves. Answers 0 then.
-  virtual LResult InjectMouseAtScreen(std::uint32_t msg, Point screen, WParam keys, LParam extraInfo = 0) = 0;
+  virtual LResult InjectMouseAtScreen(std::uint32_t msg, TPoint screen, WParam keys,
+                                      LParam extraInfo = 0) = 0;
   // Delivers a key message to hwnd, or to the focus window when hwnd is null; keydown
   // and keyup update the key state of the virtual key.
   virtual LResult InjectKey(HWnd hwnd, std::uint32_t msg, std::int32_t virtualKey, LParam lParam = 0) = 0;
@@ -93,7 +89,8 @@ class IPortableOs : public IPlatform {
   virtual void SetKeyState(std::int32_t virtualKey, bool down, bool toggled = false) = 0;
 
   // Pixel surfaces: the toolkit presents a window's picture, the simulator reads it.
-  virtual bool SetWindowSurface(HWnd hwnd, std::int32_t width, std::int32_t height, const std::uint32_t* pixels) = 0;
+  virtual bool SetWindowSurface(HWnd hwnd, std::int32_t width, std::int32_t height,
+                                const std::uint32_t* pixels) = 0;
   virtual bool ReadWindowPixels(HWnd hwnd, TWindowPixels* out) = 0;
 
   // Makes a window look as if another process owned it.

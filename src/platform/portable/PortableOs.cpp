@@ -1,11 +1,11 @@
-#include "platform/PortableOs.h"
+#include "platform/portable/PortableOs.h"
 
 #include <stdexcept>
 
 namespace qx {
 
 IPortableOs& PortableOs() {
-  IPortableOs* os = Platform().Portable();
+  auto* os = dynamic_cast<IPortableOs*>(&Platform());
   if (!os) throw std::logic_error("The platform is not the portable emulation");
   return *os;
 }
