@@ -4,15 +4,17 @@
 #include <string>
 #include <vector>
 
-#include "LayoutTestStrip.h"
 #include "base/Text.h"
+#include "support/LayoutPass.h"
+#include "support/LayoutStrip.h"
+#include "support/PositionText.h"
 
 namespace qx {
 namespace {
 
-using testing_strip::RunLayout;
-using testing_strip::TFrameInfo;
-using testing_strip::TStrip;
+using support::RunLayout;
+using support::TFrameInfo;
+using TStrip = support::TLayoutStrip;
 
 TEST(LayoutPasses, ListIsChainedWithSectionFlags) {
   TStrip strip({2, 1, 3}, 700);
@@ -81,7 +83,8 @@ TEST(LayoutPasses, ZPositionFallsWithDistanceFromTheMiddle) {
   TPointD start;
   strip.layout().parameters()->GetStartPoint(start);
   const double middle = start.X + strip.layout().parameters()->GetStraightSpan() / 2;
-  for (const auto& f : frames) EXPECT_DOUBLE_EQ(f.ZPosition, 150 - std::fabs(middle - f.StraightPosition) * 150);
+  for (const auto& f : frames)
+    EXPECT_DOUBLE_EQ(f.ZPosition, 150 - std::fabs(middle - f.StraightPosition) * 150);
 }
 
 TEST(LayoutPasses, StraightStretchHasWholePixelsAndSectionGaps) {
