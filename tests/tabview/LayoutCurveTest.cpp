@@ -15,10 +15,8 @@ using TStrip = support::TLayoutStrip;
 double Single(double v) { return static_cast<double>(static_cast<float>(v)); }
 
 TEST(LayoutWidths, NoSections) {
-  TTabImageSectionList empty;
-  TTabGroupViewLayout layout;
-  layout.setSections(&empty);
-  layout.setOnGetViewSize([](TTabGroupViewLayout&, TSizeD& size) { size = TSizeD(800, 59); });
+  TStrip strip({}, 800);
+  TTabGroupViewLayout& layout = strip.layout();
   EXPECT_EQ(layout.sumWidth(), 0);
   EXPECT_EQ(layout.contentWidth(), 98);
   auto list = layout.layoutAttributes();
