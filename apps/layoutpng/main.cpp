@@ -7,17 +7,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <numeric>
 #include <string>
 #include <vector>
 
 #include "PngWriter.h"
-#include "tabview/TabGroupViewLayout.h"
-#include "tabview/TabImage.h"
-#include "tabview/TabImageSection.h"
+#include "support/LayoutPass.h"
+#include "support/LayoutStrip.h"
 
 namespace {
 
@@ -46,7 +45,8 @@ struct TOptions {
 double Number(const char* text, const char* option) {
   char* end = nullptr;
   const double value = std::strtod(text, &end);
-  if (!end || *end != '\0' || !std::isfinite(value)) Usage(std::string("bad number for ") + option + ": " + text);
+  if (!end || *end != '\0' || !std::isfinite(value))
+    Usage(std::string("bad number for ") + option + ": " + text);
   return value;
 }
 
@@ -68,7 +68,8 @@ TOptions Parse(int argc, char** argv) {
       std::size_t start = 0;
       while (start <= list.size()) {
         const std::size_t comma = std::min(list.find(',', start), list.size());
-        o.sections.push_back(static_cast<int>(Number(list.substr(start, comma - start).c_str(), "--sections")));
+        o.sections.push_back(
+            static_cast<int>(Number(list.substr(start, comma - start).c_str(), "--sections")));
         start = comma + 1;
       }
     } else if (arg == "--width") {
@@ -90,9 +91,7 @@ TOptions Parse(int argc, char** argv) {
   }
   if (tabs >= 0 || sectionCount >= 0) {
     if (tabs < 0) tabs = std::accumulate(o.sections.begin(), o.sections.end(), 0);
-    if (sectionCount < 1) sectionCount = 1;
-    o.sections.assign(static_cast<std::size_t>(sectionCount), tabs / sectionCount);
-    for (int i = 0; i < tabs % sectionCount; ++i) ++o.sections[static_cast<std::size_t>(i)];
+    o.sections = support::SpreadTabs(tabs, sectionCount);
   }
   for (int count : o.sections) {
     if (count < 0 || count > 100000) Usage("section sizes run from 0 to 100000");
@@ -112,29 +111,13 @@ constexpr std::uint32_t kHidden = 0xE74C3C;
 int main(int argc, char** argv) {
   const TOptions options = Parse(argc, argv);
 
-  std::vector<std::unique_ptr<TTabImage>> tabs;
-  std::vector<int> sectionOf;
-  TTabImageSectionList sections;
-  TTabImageItem* active = nullptr;
-  sections.BeginUpdate();
-  for (std::size_t s = 0; s < options.sections.size(); ++s) {
-    TTabImageSection* section = sections.AddSection(-1);
-    for (int i = 0; i < options.sections[s]; ++i) {
-      tabs.push_back(std::make_unique<TTabImage>());
-      tabs.back()->SetOnGetActive([&active](const TTabImageItem& sender) { return &sender == active; });
-      section->Add(tabs.back().get());
-      sectionOf.push_back(static_cast<int>(s));
-    }
-  }
-  sections.EndUpdate();
-  const int tabCount = static_cast<int>(tabs.size());
-  if (options.active >= 0 && options.active < tabCount) active = tabs[static_cast<std::size_t>(options.active)].get();
-
   const double viewHeight = 59;
-  TTabGroupViewLayout layout;
-  layout.setSections(&sections);
-  layout.setOnGetViewSize([&](TTabGroupViewLayout&, TSizeD& size) { size = TSizeD(options.width, viewHeight); });
-  if (options.drag >= 0 && options.drag < tabCount) layout.startDragging(tabs[static_cast<std::size_t>(options.drag)].get());
+  support::TLayoutStrip strip(options.sections, options.width, viewHeight);
+  const int tabCount = static_cast<int>(strip.tabCount());
+  if (options.active >= 0 && options.active < tabCount) strip.setActive(options.active);
+  TTabGroupViewLayout& layout = strip.layout();
+  if (options.drag >= 0 && options.drag < tabCount)
+    layout.startDragging(strip.tab(static_cast<std::size_t>(options.drag)));
 
   // Scroll the stretch's middle to the asked progress, then walk the pointer from
   // the middle of the view to its place, as the mouse would.
@@ -153,25 +136,7 @@ int main(int argc, char** argv) {
     layout.mouseMoved(TPointD(options.pointer, 20));
   }
 
-  auto list = layout.layoutAttributes();
-  struct TTab {
-    TRectD frame;
-    double z;
-    double s;
-    bool hidden, isActive, inDragged;
-    int index;
-  };
-  std::vector<TTab> placed;
-  for (const auto& item : *list) {
-    placed.push_back({item->GetFrame(), item->GetZPosition(), item->GetStraightPosition(), item->GetHidden(),
-                      item->GetActive(), item->GetInDraggedSection(), static_cast<int>(placed.size())});
-  }
-  if (list->Count() > 0) {
-    ComPtr<ITabViewLayoutAttributes> first;
-    list->GetItem(0, first);
-    first->UnChain();
-  }
-  list = nullptr;
+  const std::vector<support::TFrameInfo> placed = support::RunLayout(layout);
 
   const int width = static_cast<int>(std::ceil(options.width));
   const int stripTop = 10;
@@ -184,33 +149,39 @@ int main(int argc, char** argv) {
   // The view and its frame.
   const TRectD bounds = layout.viewBounds();
   const TRectD frame = layout.viewFrame();
-  picture.fillRect(static_cast<int>(bounds.Left), stripTop - 4, static_cast<int>(bounds.Right), stripTop + 49 + 4,
-                   0xE5E8E8);
-  picture.fillRect(static_cast<int>(frame.Left), stripTop - 2, static_cast<int>(frame.Right), stripTop + 49 + 2,
-                   0xFDFEFE);
+  picture.fillRect(static_cast<int>(bounds.Left), stripTop - 4, static_cast<int>(bounds.Right),
+                   stripTop + 49 + 4, 0xE5E8E8);
+  picture.fillRect(static_cast<int>(frame.Left), stripTop - 2, static_cast<int>(frame.Right),
+                   stripTop + 49 + 2, 0xFDFEFE);
 
   // Frames from back to front; hidden ones are not drawn but marked below.
-  std::vector<const TTab*> order;
-  for (const TTab& t : placed) order.push_back(&t);
-  std::stable_sort(order.begin(), order.end(), [](const TTab* a, const TTab* b) { return a->z < b->z; });
-  for (const TTab* t : order) {
-    if (t->hidden) continue;
-    const int l = static_cast<int>(std::lround(t->frame.Left));
-    const int r = static_cast<int>(std::lround(t->frame.Right));
-    const int top = stripTop + static_cast<int>(t->frame.Top);
-    const int bottom = stripTop + static_cast<int>(t->frame.Bottom);
-    std::uint32_t fill = kSectionColours[sectionOf[static_cast<std::size_t>(t->index)] % 6];
-    if (t->isActive) fill = kActive;
-    if (layout.draggingTab() && t->index == layout.draggingTab()->Index()) fill = kDragged;
+  std::vector<std::size_t> order(placed.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&placed](std::size_t a, std::size_t b) {
+    return placed[a].ZPosition < placed[b].ZPosition;
+  });
+  const std::int32_t dragged = layout.draggingTab() ? layout.draggingTab()->Index() : -1;
+  for (std::size_t index : order) {
+    const support::TFrameInfo& t = placed[index];
+    if (t.Hidden) continue;
+    const int l = static_cast<int>(std::lround(t.Frame.Left));
+    const int r = static_cast<int>(std::lround(t.Frame.Right));
+    const int top = stripTop + static_cast<int>(t.Frame.Top);
+    const int bottom = stripTop + static_cast<int>(t.Frame.Bottom);
+    std::uint32_t fill = kSectionColours[strip.sectionOf(index) % 6];
+    if (t.Active) fill = kActive;
+    if (static_cast<std::int32_t>(index) == dragged) fill = kDragged;
     picture.fillRect(l, top, r, bottom, fill);
     picture.frameRect(l, top, r, bottom, kBorder);
-    if (t->inDragged) picture.frameRect(l + 1, top + 1, r - 1, bottom - 1, kBorder);
+    if (t.InDraggedSection) picture.frameRect(l + 1, top + 1, r - 1, bottom - 1, kBorder);
   }
   int hiddenCount = 0;
-  for (const TTab& t : placed) {
-    const int l = static_cast<int>(std::lround(t.frame.Left));
-    picture.fillRect(l, sectionTop, l + 1, sectionTop + 8, kSectionColours[sectionOf[static_cast<std::size_t>(t.index)] % 6] & 0x7F7F7F);
-    if (t.hidden) {
+  for (std::size_t index = 0; index < placed.size(); ++index) {
+    const support::TFrameInfo& t = placed[index];
+    const int l = static_cast<int>(std::lround(t.Frame.Left));
+    picture.fillRect(l, sectionTop, l + 1, sectionTop + 8,
+                     kSectionColours[strip.sectionOf(index) % 6] & 0x7F7F7F);
+    if (t.Hidden) {
       ++hiddenCount;
       picture.fillRect(l, hiddenTop, l + 1, hiddenTop + 8, kHidden);
     }
@@ -230,15 +201,18 @@ int main(int argc, char** argv) {
     int lastX = plotLeft, lastY = plotBottom;
     for (int i = 0; i <= plotWidth; ++i) {
       const double s = static_cast<double>(i) / plotWidth;
-      const int y = plotBottom - static_cast<int>(std::lround(layout.curvePositionFromStraightPosition(s) * plotHeight));
+      const int y = plotBottom -
+                    static_cast<int>(std::lround(layout.curvePositionFromStraightPosition(s) * plotHeight));
       picture.line(lastX, lastY, plotLeft + i, y, 0x1F618D);
       lastX = plotLeft + i;
       lastY = y;
     }
-    for (const TTab& t : placed) {
-      const int x = plotLeft + static_cast<int>(std::lround(t.s * plotWidth));
-      const int y = plotBottom - static_cast<int>(std::lround(layout.curvePositionFromStraightPosition(t.s) * plotHeight));
-      picture.fillRect(x - 1, y - 1, x + 2, y + 2, t.hidden ? kHidden : kBorder);
+    for (const support::TFrameInfo& t : placed) {
+      const double s = t.StraightPosition;
+      const int x = plotLeft + static_cast<int>(std::lround(s * plotWidth));
+      const int y = plotBottom -
+                    static_cast<int>(std::lround(layout.curvePositionFromStraightPosition(s) * plotHeight));
+      picture.fillRect(x - 1, y - 1, x + 2, y + 2, t.Hidden ? kHidden : kBorder);
     }
     if (layout.pin()) {
       const TPointD p = layout.pin()->GetPoint();
@@ -257,6 +231,5 @@ int main(int argc, char** argv) {
   std::printf("%d tabs in %zu sections, view %.0f, progress %.4f%s, %d hidden -> %s\n", tabCount,
               options.sections.size(), options.width, layout.progress(), layout.pin() ? ", pinned" : "",
               hiddenCount, options.out.c_str());
-  layout.setSections(nullptr);
   return 0;
 }

@@ -5,55 +5,34 @@
 
 #include <benchmark/benchmark.h>
 
-#include <memory>
-#include <vector>
-
-#include "tabview/TabGroupViewLayout.h"
-#include "tabview/TabImage.h"
-#include "tabview/TabImageSection.h"
+#include "support/LayoutStrip.h"
 
 namespace {
 
 using namespace qx;
 
+// A strip spread over sections, a third of the way in selected, scrolled to the middle.
 class TBenchStrip {
  public:
-  TBenchStrip(int tabs, int sectionCount, double viewWidth) : viewWidth_(viewWidth) {
-    sections_.BeginUpdate();
-    for (int s = 0; s < sectionCount; ++s) {
-      TTabImageSection* section = sections_.AddSection(-1);
-      const int count = tabs / sectionCount + (s < tabs % sectionCount ? 1 : 0);
-      for (int i = 0; i < count; ++i) {
-        tabs_.push_back(std::make_unique<TTabImage>());
-        tabs_.back()->SetOnGetActive([this](const TTabImageItem& sender) { return &sender == active_; });
-        section->Add(tabs_.back().get());
-      }
-    }
-    sections_.EndUpdate();
-    active_ = tabs_[tabs_.size() / 3].get();
-    layout_.setSections(&sections_);
-    layout_.setOnGetViewSize([this](TTabGroupViewLayout&, TSizeD& size) { size = TSizeD(viewWidth_, 59); });
-    layout_.calculateParameters();
-    layout_.scroll(0.5 - layout_.progress());
+  TBenchStrip(int tabs, int sectionCount, double viewWidth)
+      : strip_(support::SpreadTabs(tabs, sectionCount), viewWidth) {
+    strip_.setActive(static_cast<int>(strip_.tabCount() / 3));
+    layout().calculateParameters();
+    layout().scroll(0.5 - layout().progress());
   }
-  ~TBenchStrip() { layout_.setSections(nullptr); }
 
-  TTabGroupViewLayout& layout() { return layout_; }
+  TTabGroupViewLayout& layout() { return strip_.layout(); }
 
   // One pass as the frame runs it: lay out, read, end the list.
   void pass() {
-    auto list = layout_.layoutAttributes();
+    auto list = layout().layoutAttributes();
     benchmark::DoNotOptimize(list.get());
     ComPtr<ITabViewLayoutAttributes> first;
     if (list->GetItem(0, first) == kOk) first->UnChain();
   }
 
  private:
-  double viewWidth_;
-  TTabImageItem* active_ = nullptr;
-  std::vector<std::unique_ptr<TTabImage>> tabs_;
-  TTabImageSectionList sections_;
-  TTabGroupViewLayout layout_;
+  support::TLayoutStrip strip_;
 };
 
 void BM_LayoutAttributes(benchmark::State& state) {

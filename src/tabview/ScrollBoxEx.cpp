@@ -23,7 +23,7 @@ const char16_t* const kStyleNames[] = {u"background",      u"vscrollbar", u"hscr
 
 // ---- TScrollContent
 
-TScrollContent::TScrollContent(TScrollBox* scrollBox) : TContent(scrollBox), FScrollBox(scrollBox) {}
+TScrollContent::TScrollContent(TScrollBoxEx* scrollBox) : TContent(scrollBox), FScrollBox(scrollBox) {}
 
 void TScrollContent::ChildrenChanged() {
   TContent::ChildrenChanged();
@@ -38,15 +38,15 @@ void TScrollContent::DoRemoveObject(TFmxObject* object) {
 // ---- TScrollCalculations
 
 namespace {
-TScrollBox* RequireScrollBox(TFmxObject* owner) {
-  auto* box = dynamic_cast<TScrollBox*>(owner);
-  if (!box) throw std::invalid_argument("TScrollCalculations needs a TScrollBox as its owner");
+TScrollBoxEx* RequireScrollBox(TFmxObject* owner) {
+  auto* box = dynamic_cast<TScrollBoxEx*>(owner);
+  if (!box) throw std::invalid_argument("TScrollCalculations needs a TScrollBoxEx as its owner");
   return box;
 }
 }  // namespace
 
 TScrollCalculations::TScrollCalculations(TFmxObject* owner)
-    : TAniCalculations(RequireScrollBox(owner)), FScrollBox(static_cast<TScrollBox*>(owner)) {}
+    : TAniCalculations(RequireScrollBox(owner)), FScrollBox(static_cast<TScrollBoxEx*>(owner)) {}
 
 void TScrollCalculations::DoChanged() {
   FScrollBox->AniChanged();
@@ -63,9 +63,9 @@ void TScrollCalculations::DoStop() {
   TAniCalculations::DoStop();
 }
 
-// ---- TScrollBox
+// ---- TScrollBoxEx
 
-TScrollBox::TScrollBox(TFmxObject* owner) : TStyledControl(owner) {
+TScrollBoxEx::TScrollBoxEx(TFmxObject* owner) : TStyledControl(owner) {
   SetClipChildren(true);
   CreateParts();
   Touch().InteractiveGestures |= GestureBit(TInteractiveGesture::Pan);
@@ -73,19 +73,19 @@ TScrollBox::TScrollBox(TFmxObject* owner) : TStyledControl(owner) {
   ApplyStyleLookup();
 }
 
-TScrollBox::~TScrollBox() {
+TScrollBoxEx::~TScrollBoxEx() {
   // The calculations tell this box of changes; they go first.
   FAniCalculations.reset();
   FContent = nullptr;
 }
 
-std::unique_ptr<TScrollCalculations> TScrollBox::CreateAniCalculations() {
+std::unique_ptr<TScrollCalculations> TScrollBoxEx::CreateAniCalculations() {
   return std::make_unique<TScrollCalculations>(this);
 }
 
-TScrollContent* TScrollBox::CreateScrollContent() { return new TScrollContent(this); }
+TScrollContent* TScrollBoxEx::CreateScrollContent() { return new TScrollContent(this); }
 
-void TScrollBox::CreateParts() {
+void TScrollBoxEx::CreateParts() {
   TScrollContent* former = FContent;
   FContent = nullptr;
   delete former;
@@ -104,11 +104,11 @@ void TScrollBox::CreateParts() {
   RealignContent();
 }
 
-bool TScrollBox::IsStylePart(TFmxObject* object) const {
+bool TScrollBoxEx::IsStylePart(TFmxObject* object) const {
   return std::find(FStyleParts.begin(), FStyleParts.end(), object) != FStyleParts.end();
 }
 
-void TScrollBox::DoAddObject(TFmxObject* object) {
+void TScrollBoxEx::DoAddObject(TFmxObject* object) {
   // Controls put into the box live in its content; style parts and animations stay.
   if (FContent && object != FContent && !IsStylePart(object) && dynamic_cast<TControl*>(object)) {
     FContent->AddObject(object);
@@ -117,7 +117,7 @@ void TScrollBox::DoAddObject(TFmxObject* object) {
   TStyledControl::DoAddObject(object);
 }
 
-void TScrollBox::BuildDefaultStyle() {
+void TScrollBoxEx::BuildDefaultStyle() {
   auto part = [this](TControl* control, const char16_t* name, TAlignLayout align, int index) {
     control->StyleName = name;
     control->SetAlign(align);
@@ -148,7 +148,7 @@ void TScrollBox::BuildDefaultStyle() {
   part(grip, u"sizegrip", TAlignLayout::None, ChildrenCount());
 }
 
-void TScrollBox::ApplyStyle() {
+void TScrollBoxEx::ApplyStyle() {
   // Style parts are searched outside the content, whose children are the user's.
   auto find = [this](const char16_t* name) -> TFmxObject* {
     for (TFmxObject* child : ChildList()) {
@@ -175,7 +175,7 @@ void TScrollBox::ApplyStyle() {
   RealignContent();
 }
 
-void TScrollBox::FreeStyle() {
+void TScrollBoxEx::FreeStyle() {
   for (auto* bars : {&FHScrollBars, &FVScrollBars})
     for (TScrollBarRecord& r : *bars) {
       if (r.Bar) r.Bar->OnChange = nullptr;
@@ -184,46 +184,46 @@ void TScrollBox::FreeStyle() {
   FSizeGrip = FBackground = FContentLayout = nullptr;
 }
 
-TScrollBar* TScrollBox::BarInUse(const std::array<TScrollBarRecord, 2>& bars) const {
+TScrollBar* TScrollBoxEx::BarInUse(const std::array<TScrollBarRecord, 2>& bars) const {
   std::size_t wanted = FAniCalculations && FAniCalculations->AutoShowing ? 1 : 0;
   if (bars[wanted].Bar) return bars[wanted].Bar;
   return bars[1 - wanted].Bar;
 }
 
-TScrollBar* TScrollBox::HScrollBar() const { return BarInUse(FHScrollBars); }
-TScrollBar* TScrollBox::VScrollBar() const { return BarInUse(FVScrollBars); }
+TScrollBar* TScrollBoxEx::HScrollBar() const { return BarInUse(FHScrollBars); }
+TScrollBar* TScrollBoxEx::VScrollBar() const { return BarInUse(FVScrollBars); }
 
-void TScrollBox::SetAutoHide(bool value) {
+void TScrollBoxEx::SetAutoHide(bool value) {
   if (value == FAutoHide) return;
   FAutoHide = value;
   UpdateBars();
 }
 
-void TScrollBox::SetShowScrollBars(bool value) {
+void TScrollBoxEx::SetShowScrollBars(bool value) {
   if (value == FShowScrollBars) return;
   FShowScrollBars = value;
   UpdateBars();
 }
 
-void TScrollBox::SetShowSizeGrip(bool value) {
+void TScrollBoxEx::SetShowSizeGrip(bool value) {
   if (value == FShowSizeGrip) return;
   FShowSizeGrip = value;
   UpdateBars();
 }
 
-float TScrollBox::ClientWidth() const {
+float TScrollBoxEx::ClientWidth() const {
   if (FContentLayout) return FContentLayout->Width();
   return std::max(0.0f, Width() - PaddingRect().Left - PaddingRect().Right);
 }
 
-float TScrollBox::ClientHeight() const {
+float TScrollBoxEx::ClientHeight() const {
   if (FContentLayout) return FContentLayout->Height();
   return std::max(0.0f, Height() - PaddingRect().Top - PaddingRect().Bottom);
 }
 
-void TScrollBox::InvalidateContentSize() { FContentBoundsValid = false; }
+void TScrollBoxEx::InvalidateContentSize() { FContentBoundsValid = false; }
 
-TRectF TScrollBox::DoCalcContentBounds() {
+TRectF TScrollBoxEx::DoCalcContentBounds() {
   // At least the view; then every visible child of the content.
   TRectF bounds(0, 0, ClientWidth(), ClientHeight());
   if (FContent)
@@ -237,7 +237,7 @@ TRectF TScrollBox::DoCalcContentBounds() {
   return bounds;
 }
 
-TRectF TScrollBox::ContentBounds() {
+TRectF TScrollBoxEx::ContentBounds() {
   if (!FContentBoundsValid) {
     FContentBounds = DoCalcContentBounds();
     FContentBoundsValid = true;
@@ -245,7 +245,7 @@ TRectF TScrollBox::ContentBounds() {
   return FContentBounds;
 }
 
-void TScrollBox::RealignContent() {
+void TScrollBoxEx::RealignContent() {
   if (!FContent || !FAniCalculations || FRealigningContent) return;
   FRealigningContent = true;
   TRectF bounds = ContentBounds();
@@ -268,7 +268,7 @@ void TScrollBox::RealignContent() {
   FRealigningContent = false;
 }
 
-void TScrollBox::UpdateBars() {
+void TScrollBoxEx::UpdateBars() {
   if (!FAniCalculations) return;
   TRectF bounds = ContentBounds();
   TPointD view = FAniCalculations->ViewportPosition();
@@ -301,7 +301,7 @@ void TScrollBox::UpdateBars() {
   FSyncingBars = false;
 }
 
-void TScrollBox::BarChanged(TScrollBar* bar) {
+void TScrollBoxEx::BarChanged(TScrollBar* bar) {
   bool horizontal = bar == HScrollBar();
   if (!horizontal && bar != VScrollBar()) return;
   if (horizontal && OnHScrollChange) OnHScrollChange(this);
@@ -316,7 +316,7 @@ void TScrollBox::BarChanged(TScrollBar* bar) {
   ViewPoint(view);
 }
 
-void TScrollBox::ViewPoint(TPointD point) {
+void TScrollBoxEx::ViewPoint(TPointD point) {
   double scale = SceneScale();
   if (!(scale > 0)) scale = 1.0;
   point.X = std::round(point.X * scale) / scale;
@@ -324,7 +324,7 @@ void TScrollBox::ViewPoint(TPointD point) {
   FAniCalculations->SetViewportPosition(point);
 }
 
-void TScrollBox::AniChanged() {
+void TScrollBoxEx::AniChanged() {
   if (!FContent || FRealigningContent) return;
   TPointD view = FAniCalculations->ViewportPosition();
   TPointF origin =
@@ -334,61 +334,61 @@ void TScrollBox::AniChanged() {
   UpdateBars();
 }
 
-void TScrollBox::PerfectRefresh() {
+void TScrollBoxEx::PerfectRefresh() {
   InvalidateContentSize();
   Realign();
   RealignContent();
   Repaint();
 }
 
-void TScrollBox::Center() {
+void TScrollBoxEx::Center() {
   for (TScrollBar* bar : {VScrollBar(), HScrollBar()})
     if (bar && bar->Visible()) bar->SetValue((bar->Max() - bar->ViewportSize()) / 2);
 }
 
-void TScrollBox::ScrollTo(float dx, float dy) {
+void TScrollBoxEx::ScrollTo(float dx, float dy) {
   if (TScrollBar* v = VScrollBar(); v && v->Visible()) v->SetValue(v->Value() - dy);
   if (TScrollBar* h = HScrollBar(); h && h->Visible()) h->SetValue(h->Value() - dx);
 }
 
-void TScrollBox::Sort(const std::function<bool(TFmxObject*, TFmxObject*)>& less) {
+void TScrollBoxEx::Sort(const std::function<bool(TFmxObject*, TFmxObject*)>& less) {
   if (FContent) FContent->SortChildren(less);
 }
 
-std::vector<TControl*> TScrollBox::GetTabList() const {
+std::vector<TControl*> TScrollBoxEx::GetTabList() const {
   return FContent ? FContent->GetTabList() : std::vector<TControl*>{};
 }
 
-TScrollingBehaviours TScrollBox::GetScrollingBehaviours() const {
+TScrollingBehaviours TScrollBoxEx::GetScrollingBehaviours() const {
   if (Form() && StyleDescriptionTarget(this).find(u"[METROPOLISUI]") != std::u16string::npos)
     return sbh::TouchTracking;
   auto service = TPlatformServices::Current().GetPlatformService<IFMXSystemInformationService>();
   return service ? service->GetScrollingBehaviour() : 0;
 }
 
-void TScrollBox::Resize() {
+void TScrollBoxEx::Resize() {
   TStyledControl::Resize();
   InvalidateContentSize();
   RealignContent();
 }
 
-void TScrollBox::ContentChanged() {
+void TScrollBoxEx::ContentChanged() {
   InvalidateContentSize();
   RealignContent();
 }
 
-void TScrollBox::ContentRemoved(TFmxObject* object) {
+void TScrollBoxEx::ContentRemoved(TFmxObject* object) {
   if (OnNotification) OnNotification(this, object, TContentNotification::Removed);
 }
 
 // ---- input
 
-void TScrollBox::MouseDown(TMouseButton button, TShiftState shift, float x, float y) {
+void TScrollBoxEx::MouseDown(TMouseButton button, TShiftState shift, float x, float y) {
   TStyledControl::MouseDown(button, shift, x, y);
   if (button == TMouseButton::mbLeft) FAniCalculations->MouseDown(x, y);
 }
 
-void TScrollBox::MouseMove(TShiftState shift, float x, float y) {
+void TScrollBoxEx::MouseMove(TShiftState shift, float x, float y) {
   TStyledControl::MouseMove(shift, x, y);
   FAniCalculations->MouseMove(x, y);
   if (FAniCalculations->Moving()) {
@@ -397,14 +397,14 @@ void TScrollBox::MouseMove(TShiftState shift, float x, float y) {
   }
 }
 
-void TScrollBox::MouseUp(TMouseButton button, TShiftState shift, float x, float y) {
+void TScrollBoxEx::MouseUp(TMouseButton button, TShiftState shift, float x, float y) {
   TStyledControl::MouseUp(button, shift, x, y);
   if (button != TMouseButton::mbLeft) return;
   FAniCalculations->MouseUp(x, y);
   if (!FAniCalculations->Inertia()) FAniCalculations->Stop();
 }
 
-void TScrollBox::MouseWheel(TShiftState shift, int wheelDelta, bool& handled) {
+void TScrollBoxEx::MouseWheel(TShiftState shift, int wheelDelta, bool& handled) {
   TStyledControl::MouseWheel(shift, wheelDelta, handled);
   if (handled) return;
   TPointD lo = FAniCalculations->MinTarget(), hi = FAniCalculations->MaxTarget();
@@ -420,13 +420,13 @@ void TScrollBox::MouseWheel(TShiftState shift, int wheelDelta, bool& handled) {
   }
 }
 
-void TScrollBox::TouchEventDown(float x, float y) { FAniCalculations->MouseDown(x, y); }
+void TScrollBoxEx::TouchEventDown(float x, float y) { FAniCalculations->MouseDown(x, y); }
 
-void TScrollBox::TouchEventMove(float x, float y) { FAniCalculations->MouseMove(x, y); }
+void TScrollBoxEx::TouchEventMove(float x, float y) { FAniCalculations->MouseMove(x, y); }
 
-void TScrollBox::TouchEventUp(float x, float y) { FAniCalculations->MouseUp(x, y); }
+void TScrollBoxEx::TouchEventUp(float x, float y) { FAniCalculations->MouseUp(x, y); }
 
-void TScrollBox::CMGesture(const TGestureEventInfo& eventInfo) {
+void TScrollBoxEx::CMGesture(const TGestureEventInfo& eventInfo) {
   if (eventInfo.GestureID != kPanGestureId) {
     FGestureState = eventInfo;
     TStyledControl::CMGesture(eventInfo);
@@ -444,9 +444,9 @@ void TScrollBox::CMGesture(const TGestureEventInfo& eventInfo) {
 
 // ---- stored layouts
 
-const TPropertyTable& TScrollBox::ClassProperties() {
+const TPropertyTable& TScrollBoxEx::ClassProperties() {
   static const TPropertyTable table = [] {
-    auto B = [](TFmxObject* o) { return static_cast<TScrollBox*>(o); };
+    auto B = [](TFmxObject* o) { return static_cast<TScrollBoxEx*>(o); };
     TPropertyTable t(&TStyledControl::ClassProperties());
     t.Stored("ShowScrollBars", [B](TFmxObject* o, const TStoredValue& v) {
       B(o)->SetShowScrollBars(StoredBool(v, "ShowScrollBars"));
@@ -461,8 +461,8 @@ const TPropertyTable& TScrollBox::ClassProperties() {
   return table;
 }
 
-void TScrollBox::RegisterClass() {
-  TComponentRegistry::RegisterClass("TScrollBox", [](TFmxObject* owner) { return new TScrollBox(owner); },
+void TScrollBoxEx::RegisterClass() {
+  TComponentRegistry::RegisterClass("TScrollBox", [](TFmxObject* owner) { return new TScrollBoxEx(owner); },
                                     {"UseSmallScrollBars", "MouseTracking"});
 }
 

@@ -16,21 +16,21 @@
 
 namespace qx::ScrollBoxExUnit {
 
-class TScrollBox;
+class TScrollBoxEx;
 
 // The moving area; tells its box when its children change.
 class TScrollContent : public TContent {
  public:
-  explicit TScrollContent(TScrollBox* scrollBox);
+  explicit TScrollContent(TScrollBoxEx* scrollBox);
   std::string ClassName() const override { return "TScrollContent"; }
-  TScrollBox* ScrollBox() const { return FScrollBox; }
+  TScrollBoxEx* ScrollBox() const { return FScrollBox; }
 
  protected:
   void ChildrenChanged() override;
   void DoRemoveObject(TFmxObject* object) override;
 
  private:
-  TScrollBox* FScrollBox;
+  TScrollBoxEx* FScrollBox;
 };
 
 // Inertia of a scroll box: its motion is the box's content position.
@@ -38,7 +38,7 @@ class TScrollCalculations : public TAniCalculations {
  public:
   // Raises std::invalid_argument when owner is not a scroll box of this unit.
   explicit TScrollCalculations(TFmxObject* owner);
-  TScrollBox* ScrollBox() const { return FScrollBox; }
+  TScrollBoxEx* ScrollBox() const { return FScrollBox; }
 
  protected:
   void DoChanged() override;
@@ -46,7 +46,7 @@ class TScrollCalculations : public TAniCalculations {
   void DoStop() override;
 
  private:
-  TScrollBox* FScrollBox;
+  TScrollBoxEx* FScrollBox;
 };
 
 struct TScrollBarRecord {
@@ -54,13 +54,14 @@ struct TScrollBarRecord {
 };
 
 enum class TContentNotification { Inserted, Removed };
-using TContentNotifyEvent = std::function<void(TFmxObject* sender, TFmxObject* object, TContentNotification operation)>;
+using TContentNotifyEvent =
+    std::function<void(TFmxObject* sender, TFmxObject* object, TContentNotification operation)>;
 using TCalcContentBoundsEvent = std::function<void(TFmxObject* sender, TRectF& contentBounds)>;
 
-class TScrollBox : public TStyledControl {
+class TScrollBoxEx : public TStyledControl {
  public:
-  explicit TScrollBox(TFmxObject* owner = nullptr);
-  ~TScrollBox() override;
+  explicit TScrollBoxEx(TFmxObject* owner = nullptr);
+  ~TScrollBoxEx() override;
   std::string ClassName() const override { return "TScrollBox"; }
 
   TScrollContent* Content() const { return FContent; }
@@ -114,7 +115,7 @@ class TScrollBox : public TStyledControl {
 
   const TPropertyTable& Properties() const override { return ClassProperties(); }
   static const TPropertyTable& ClassProperties();
-  // Makes TScrollBox known to stored layouts (with its legacy properties dropped).
+  // Makes this class the stored layouts' TScrollBox (with its legacy properties dropped).
   static void RegisterClass();
 
  protected:
@@ -150,7 +151,7 @@ class TScrollBox : public TStyledControl {
   void UpdateBars();
   void BarChanged(TScrollBar* bar);
   bool IsStylePart(TFmxObject* object) const;
-  TRectF PaddingRect() const { return const_cast<TScrollBox*>(this)->Padding().Rect(); }
+  TRectF PaddingRect() const { return const_cast<TScrollBoxEx*>(this)->Padding().Rect(); }
 
   TScrollContent* FContent = nullptr;
   std::unique_ptr<TScrollCalculations> FAniCalculations;

@@ -22,7 +22,8 @@ bool IsTouchInput() {
   IPlatform& os = Platform();
   InputMessageSource source;
   if (os.GetCurrentInputMessageSource(&source)) return (source.deviceType & win::IMDT_TOUCH) != 0;
-  return InputSourceFromExtraInfo(os.GetMessageExtraInfo()) == kInputSourceTouch && os.CheckWin32Version(6, 1);
+  return InputSourceFromExtraInfo(os.GetMessageExtraInfo()) == kInputSourceTouch &&
+         os.CheckWin32Version(6, 1);
 }
 
 void SetStyleDescriptionTargetFunc(TStyleDescriptionTargetFunc func) { TargetFunc() = std::move(func); }

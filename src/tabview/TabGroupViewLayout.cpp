@@ -32,9 +32,7 @@ TSizeD TTabGroupViewLayout::viewSize() const {
   return size;
 }
 
-double TTabGroupViewLayout::width() const {
-  return std::min(2 * FMargin + contentWidth(), viewSize().cx);
-}
+double TTabGroupViewLayout::width() const { return std::min(2 * FMargin + contentWidth(), viewSize().cx); }
 
 TRectD TTabGroupViewLayout::viewBounds() const {
   const TSizeD size = viewSize();
@@ -134,7 +132,9 @@ void TTabGroupViewLayout::setParameters(ComPtr<ITabLayoutCalculationParameters> 
 void TTabGroupViewLayout::calculateParameters() {
   const double sum = sumWidth();
   const double usable = viewFrame().Width() - kTabWidth;
-  if (sum == 0) {
+  // One tab has no row to lay out, and a view no wider than one tab has no room
+  // for a straight stretch: its slope would divide by zero. Both stand at the left.
+  if (sum == 0 || usable <= 0) {
     auto defaults = MakeCom<TTabLayoutCalculationParametersImpl>();
     defaults->SetLeftCurve(MakeCom<TTabGroupViewLayoutBezierImpl>().get());
     defaults->SetRightCurve(MakeCom<TTabGroupViewLayoutBezierImpl>().get());
@@ -325,8 +325,8 @@ TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::layoutAttributes() {
     TTabViewLayoutAttributesImpl* item = items[i];
     const double position = item->StraightPosition;
     if (FPlaceEveryFrame) {
-      item->Frame = TRectD::FromBounds(curvePositionFromStraightPosition(position) * usable + geometry.Left, 0,
-                                       kTabWidth, kTabHeight);
+      item->Frame = TRectD::FromBounds(curvePositionFromStraightPosition(position) * usable + geometry.Left,
+                                       0, kTabWidth, kTabHeight);
     } else {
       item->Frame = TRectD::FromBounds(geometry.Left, 0, kTabWidth, kTabHeight);
     }
@@ -350,8 +350,9 @@ TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::layoutAttributes() {
 void TTabGroupViewLayout::placeFrames(const TItems& items, const TView& geometry, double usable) const {
   const auto place = [&](std::size_t i) {
     TTabViewLayoutAttributesImpl* item = items[i];
-    item->Frame = TRectD::FromBounds(
-        curvePositionFromStraightPosition(item->StraightPosition) * usable + geometry.Left, 0, kTabWidth, kTabHeight);
+    item->Frame =
+        TRectD::FromBounds(curvePositionFromStraightPosition(item->StraightPosition) * usable + geometry.Left,
+                           0, kTabWidth, kTabHeight);
   };
   const std::size_t count = items.size();
   const double startX = FShape.StartPoint.X;
@@ -371,7 +372,8 @@ void TTabGroupViewLayout::placeFrames(const TItems& items, const TView& geometry
       place(i);
       // The first pair that closes in to a ladder step starts the ladder; all
       // tabs further out are restacked from it.
-      if (i + 1 < count && items[i + 1]->StraightPosition < startX && snapped(i + 1) - snapped(i) <= kLadderStep) {
+      if (i + 1 < count && items[i + 1]->StraightPosition < startX &&
+          snapped(i + 1) - snapped(i) <= kLadderStep) {
         break;
       }
     }
@@ -440,7 +442,8 @@ void TTabGroupViewLayout::snapToPixels(const TItems& items, const TView& geometr
 
   for (std::size_t i = items.size(); i-- > 0;) {
     TTabViewLayoutAttributesImpl* item = items[i];
-    if (item->StraightPosition < startX) MoveLeft(item, std::max(geometry.Left, std::floor(item->Frame.Left)));
+    if (item->StraightPosition < startX)
+      MoveLeft(item, std::max(geometry.Left, std::floor(item->Frame.Left)));
   }
   stackLeft(items, geometry);
 

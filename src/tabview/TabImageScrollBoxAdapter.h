@@ -10,7 +10,7 @@ namespace qx {
 class TTabImageScrollBoxAdapter final : public ITabImageScrollBox {
  public:
   // box isn't owned and must outlive the adapter.
-  explicit TTabImageScrollBoxAdapter(TalvokScrollBoxUnit::TScrollBox* box) : FBox(box) {}
+  explicit TTabImageScrollBoxAdapter(TalvokScrollBoxUnit::TTalvokScrollBox* box) : FBox(box) {}
 
   TControl* ScrollBoxControl() override { return FBox; }
   bool MouseInScrollBox() override;
@@ -21,7 +21,7 @@ class TTabImageScrollBoxAdapter final : public ITabImageScrollBox {
   void AniMouseLeave() override { FBox->AniCalculations().MouseLeave(); }
 
  private:
-  TalvokScrollBoxUnit::TScrollBox* FBox;
+  TalvokScrollBoxUnit::TTalvokScrollBox* FBox;
 };
 
 }  // namespace qx

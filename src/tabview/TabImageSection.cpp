@@ -101,7 +101,8 @@ void TTabImageSection::EndUpdate() {
     FUpdateCount = 0;
     throw ETabImageUpdateError(kUpdateError);
   }
-  if (FUpdateCount == 0) Renumber();
+  // A section of a list is numbered by the list, among all the strip's tabs.
+  if (FUpdateCount == 0) Changed();
 }
 
 void TTabImageSection::Notify(TTabImageItem* tab, bool added) {

@@ -16,7 +16,8 @@ struct TMMServiceScopeBase {
 };
 }  // namespace detail
 
-class TMyScrollCalculations : private detail::TMMServiceScopeBase, public ScrollBoxExUnit::TScrollCalculations {
+class TMyScrollCalculations : private detail::TMMServiceScopeBase,
+                              public ScrollBoxExUnit::TScrollCalculations {
  public:
   static constexpr int kInterval = 5;
   explicit TMyScrollCalculations(TFmxObject* owner);
@@ -24,9 +25,9 @@ class TMyScrollCalculations : private detail::TMMServiceScopeBase, public Scroll
 
 using TSizeChangedEvent = std::function<void(TFmxObject* sender, TSizeF newSize)>;
 
-class TScrollBox : public ScrollBoxExUnit::TScrollBox {
+class TTalvokScrollBox : public ScrollBoxExUnit::TScrollBoxEx {
  public:
-  explicit TScrollBox(TFmxObject* owner = nullptr);
+  explicit TTalvokScrollBox(TFmxObject* owner = nullptr);
   std::string ClassName() const override { return "TScrollBox"; }
 
   TMouseEvent OnBeforeMouseUp, OnAfterMouseUp;

@@ -8,12 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "LayoutTestStrip.h"
+#include "support/LayoutPass.h"
+#include "support/LayoutStrip.h"
+#include "support/PositionText.h"
 
 namespace qx {
 namespace {
 
-using testing_strip::TStrip;
+using TStrip = support::TLayoutStrip;
 
 constexpr double kSolverTolerance = 0.0001;
 
@@ -49,7 +51,8 @@ TCase RandomCase(std::mt19937& rng) {
   c.viewWidth = std::uniform_int_distribution<int>(200, 4000)(rng);
   c.progress = std::uniform_real_distribution<double>(0, 1)(rng);
   c.active = std::uniform_int_distribution<int>(-1, total - 1)(rng);
-  if (std::uniform_int_distribution<int>(0, 4)(rng) == 0) c.dragged = std::uniform_int_distribution<int>(0, total - 1)(rng);
+  if (std::uniform_int_distribution<int>(0, 4)(rng) == 0)
+    c.dragged = std::uniform_int_distribution<int>(0, total - 1)(rng);
   if (std::uniform_int_distribution<int>(0, 1)(rng) == 0) {
     double x = std::uniform_real_distribution<double>(0, c.viewWidth)(rng);
     const int steps = std::uniform_int_distribution<int>(1, 40)(rng);
@@ -131,9 +134,11 @@ void CheckFrames(TTabGroupViewLayout& layout, const std::vector<TTabViewLayoutAt
     if (static_cast<int>(i) == active) {
       ASSERT_FALSE(items[i]->Hidden) << where;
     }
-    if (i + 1 < items.size() && straight(items[i]->StraightPosition) && straight(items[i + 1]->StraightPosition)) {
+    if (i + 1 < items.size() && straight(items[i]->StraightPosition) &&
+        straight(items[i + 1]->StraightPosition)) {
       ASSERT_EQ(f.Left, std::floor(f.Left)) << where << " tab " << i;
-      ASSERT_EQ(items[i + 1]->Frame.Left - f.Left, items[i]->LastInSection ? 98 + 16 : 98) << where << " tab " << i;
+      ASSERT_EQ(items[i + 1]->Frame.Left - f.Left, items[i]->LastInSection ? 98 + 16 : 98)
+          << where << " tab " << i;
     }
   }
   if (!overflows || items.size() < 2) return;
@@ -206,8 +211,8 @@ TEST(LayoutInvariants, RandomStrips) {
   EXPECT_GE(rightEdges, 20);
   EXPECT_GE(middles, 50);
   EXPECT_GE(longStrips, 10);
-  std::printf("pinned %d, left edge %d, right edge %d, middle %d, long %d\n", pinned, leftEdges, rightEdges, middles,
-              longStrips);
+  std::printf("pinned %d, left edge %d, right edge %d, middle %d, long %d\n", pinned, leftEdges, rightEdges,
+              middles, longStrips);
 }
 
 // Tabs whose place the snapping overwrites are not put on the curve; placing
@@ -220,9 +225,9 @@ TEST(LayoutInvariants, SkippedPlacesChangeNothing) {
     TStrip strip(c.sections, c.viewWidth);
     Prepare(strip, c);
     strip.layout().setPlaceEveryFrame(true);
-    auto all = testing_strip::RunLayout(strip.layout());
+    auto all = support::RunLayout(strip.layout());
     strip.layout().setPlaceEveryFrame(false);
-    auto some = testing_strip::RunLayout(strip.layout());
+    auto some = support::RunLayout(strip.layout());
     ASSERT_EQ(all.size(), some.size());
     for (std::size_t i = 0; i < all.size(); ++i) {
       ASSERT_EQ(all[i].Frame, some[i].Frame) << c.describe() << " tab " << i;
@@ -237,14 +242,49 @@ TEST(LayoutInvariants, SkippedPlacesChangeNothing) {
   EXPECT_GT(skippedSomewhere, 20);
 }
 
+bool Finite(const TRectD& r) {
+  return std::isfinite(r.Left) && std::isfinite(r.Top) && std::isfinite(r.Right) && std::isfinite(r.Bottom);
+}
+
+// Windows come in every width, also narrower than one tab plus the margins.
+TEST(LayoutInvariants, FramesStayFiniteForEveryViewWidth) {
+  std::vector<double> widths;
+  for (int w = 0; w <= 2000; ++w) widths.push_back(w);
+  for (double w : {-1.0, -32768.0, 32767.0, 65535.0, 1e7}) widths.push_back(w);
+  for (const std::vector<int>& sections : {std::vector<int>{1}, {2}, {3, 1}, {40, 25, 35}}) {
+    TStrip strip(sections);
+    for (double width : widths) {
+      strip.setViewWidth(width);
+      TTabGroupViewLayout& layout = strip.layout();
+      layout.calculateParameters();
+      layout.scroll(0.3);
+      const std::string where = std::to_string(strip.tabCount()) + " tabs, view " + std::to_string(width);
+      // Once as it stands, once with the pointer pinning the left stack.
+      for (int pass = 0; pass < 2; ++pass) {
+        if (pass == 1) {
+          layout.mouseEntered(TPointD(width / 2, 20));
+          layout.mouseMoved(TPointD(width / 8, 20));
+        }
+        for (const support::TFrameInfo& f : support::RunLayout(layout)) {
+          ASSERT_TRUE(Finite(f.Frame) && Finite(f.ClipFrame)) << where << ", pass " << pass;
+          ASSERT_TRUE(std::isfinite(f.StraightPosition) && std::isfinite(f.ZPosition))
+              << where << ", pass " << pass;
+        }
+      }
+      layout.mouseExited();
+      layout.scroll(-layout.progress());
+    }
+  }
+}
+
 TEST(LayoutInvariants, RepeatedPassesAreIdentical) {
   std::mt19937 rng(77);
   for (int round = 0; round < 30; ++round) {
     const TCase c = RandomCase(rng);
     TStrip strip(c.sections, c.viewWidth);
     Prepare(strip, c);
-    auto a = testing_strip::RunLayout(strip.layout());
-    auto b = testing_strip::RunLayout(strip.layout());
+    auto a = support::RunLayout(strip.layout());
+    auto b = support::RunLayout(strip.layout());
     ASSERT_EQ(a.size(), b.size());
     for (std::size_t i = 0; i < a.size(); ++i) {
       ASSERT_EQ(a[i].Frame, b[i].Frame) << c.describe();

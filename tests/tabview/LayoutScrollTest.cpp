@@ -2,13 +2,15 @@
 
 #include <cmath>
 
-#include "LayoutTestStrip.h"
+#include "support/LayoutPass.h"
+#include "support/LayoutStrip.h"
+#include "support/PositionText.h"
 
 namespace qx {
 namespace {
 
-using testing_strip::RunLayout;
-using testing_strip::TStrip;
+using support::RunLayout;
+using TStrip = support::TLayoutStrip;
 
 double Single(double v) { return static_cast<double>(static_cast<float>(v)); }
 

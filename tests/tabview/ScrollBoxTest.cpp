@@ -14,8 +14,8 @@
 namespace qx {
 namespace {
 
-using BaseBox = ScrollBoxExUnit::TScrollBox;
-using StripBox = TalvokScrollBoxUnit::TScrollBox;
+using BaseBox = ScrollBoxExUnit::TScrollBoxEx;
+using StripBox = TalvokScrollBoxUnit::TTalvokScrollBox;
 
 class ScrollBoxTest : public ::testing::Test {
  protected:

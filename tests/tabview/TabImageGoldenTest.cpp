@@ -1,15 +1,12 @@
-// Tabs drawn over the default skin, compared with golden pictures within a small
-// tolerance. To regenerate after a deliberate change to the tab or the skin:
-//   cmake --build <build> --target qx_default_skin qx_tabview_image_tests
-//   QX_UPDATE_GOLDEN=1 <build>/tests/tabview/qx_tabview_image_tests --gtest_filter='TabImageGolden*'
-// and look at the pictures in tests/tabview/golden/ before committing them.
+// Tabs drawn over the default skin, compared with golden pictures (see
+// support/GoldenPicture.h). The skin is drawn by the target qx_default_skin.
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "host/HostKeys.h"
+#include "support/GoldenPicture.h"
 #include "tabview/TabImage.h"
 #include "tabview/TabImageFixture.h"
 #include "toolkit/Application.h"
@@ -24,16 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Largest difference of one channel between two premultiplied pixels.
-int ChannelDifference(std::uint32_t a, std::uint32_t b) {
-  int worst = 0;
-  for (int shift = 0; shift < 32; shift += 8) {
-    const int d = std::abs(static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF));
-    worst = std::max(worst, d);
-  }
-  return worst;
-}
-
 class TabImageGoldenTest : public TabImageHostFixture {
  protected:
   TabImageGoldenTest() {
@@ -45,29 +32,9 @@ class TabImageGoldenTest : public TabImageHostFixture {
     TToolkit::Finalize();
   }
 
-  static fs::path SkinFolder() { return fs::path(QX_DEFAULT_SKIN_DIR) / "widget" / "toolbar" / "PreviewStrip"; }
-
-  void CompareWithGolden(const TBitmap& actual, const std::string& name) {
-    const fs::path golden = fs::path(QX_TEST_SOURCE_DIR) / "tabview" / "golden" / name;
-    if (std::getenv("QX_UPDATE_GOLDEN")) {
-      actual.SaveToFile(golden);
-      GTEST_SKIP() << "golden picture written: " << golden;
-    }
-    ASSERT_TRUE(fs::exists(golden)) << golden;
-    auto expected = TBitmap::CreateFromFile(golden);
-    ASSERT_EQ(expected->Width(), actual.Width());
-    ASSERT_EQ(expected->Height(), actual.Height());
-    int worst = 0;
-    for (int y = 0; y < actual.Height(); ++y)
-      for (int x = 0; x < actual.Width(); ++x) worst = std::max(worst, ChannelDifference(actual.Pixel(x, y), expected->Pixel(x, y)));
-    if (worst > kTolerance) {
-      const fs::path written = fs::temp_directory_path() / ("actual-" + name);
-      actual.SaveToFile(written);
-      ADD_FAILURE() << name << " differs by " << worst << " in a channel; the picture drawn is " << written;
-    }
+  static fs::path SkinFolder() {
+    return fs::path(QX_DEFAULT_SKIN_DIR) / "widget" / "toolbar" / "PreviewStrip";
   }
-
-  static constexpr int kTolerance = 3;
 };
 
 TEST_F(TabImageGoldenTest, TabsOverTheDefaultSkin) {
@@ -114,7 +81,7 @@ TEST_F(TabImageGoldenTest, TabsOverTheDefaultSkin) {
     tab->PaintTo(canvas);
   }
   canvas.EndScene();
-  CompareWithGolden(canvasBitmap, "tabs_default_skin.png");
+  test::ExpectMatchesGolden(canvasBitmap, "tabview/golden/tabs_default_skin.png");
 }
 
 }  // namespace

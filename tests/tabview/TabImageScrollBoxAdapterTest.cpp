@@ -9,7 +9,7 @@
 namespace qx {
 namespace {
 
-using StripBox = TalvokScrollBoxUnit::TScrollBox;
+using StripBox = TalvokScrollBoxUnit::TTalvokScrollBox;
 
 class TabImageScrollBoxAdapterTest : public ::testing::Test {
  protected:

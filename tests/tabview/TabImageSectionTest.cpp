@@ -151,6 +151,23 @@ TEST(TabImageSectionList, DuringUpdateTheMapIsTheLastOne) {
   EXPECT_EQ(tabs[0]->Section(), nullptr);
 }
 
+// A section of a list counts its tabs among all the strip's, also after its own update.
+TEST(TabImageSectionList, SectionUpdateKeepsTheStripIndexes) {
+  auto tabs = MakeTabs(4);
+  TTabImageSectionList list;
+  list.AddSection()->Add(tabs[0].get());
+  list.Sections(0)->Add(tabs[1].get());
+  TTabImageSection* second = list.AddSection();
+  second->BeginUpdate();
+  second->Add(tabs[3].get());
+  second->Insert(0, tabs[2].get());
+  second->EndUpdate();
+  EXPECT_EQ(list.IndexOfTab(tabs[2].get()), 2);
+  EXPECT_EQ(second->IndexOf(tabs[2].get()), 0);
+  EXPECT_EQ(list.PrevTab(tabs[2].get()), tabs[1].get());
+  EXPECT_EQ(list.TabImages(3), tabs[3].get());
+}
+
 TEST(TabImageSectionList, DefaultSectionIsMadeOnce) {
   TTabImageSectionList list;
   TTabImageSection* section = list.DefaultSection();
@@ -182,7 +199,7 @@ TEST(TabImageSectionList, SwapAcrossSectionsWritesIntoTheFirstTabsSection) {
   list.Swap(tabs[0].get(), tabs[3].get());
   EXPECT_EQ(a->TabImages(0), tabs[3].get());
   EXPECT_EQ(a->TabImages(1), tabs[0].get());
-  EXPECT_EQ(tabs[1]->Section(), nullptr);  // the tab that stood at index 1 of a was written over
+  EXPECT_EQ(tabs[1]->Section(), nullptr);     // the tab that stood at index 1 of a was written over
   EXPECT_EQ(b->TabImages(1), tabs[3].get());  // section b is left as it stood
   EXPECT_EQ(tabs[3]->Section(), a);
   // Freeing that tab takes it out of both sections.

@@ -1,13 +1,10 @@
-// Pictures compared with golden PNGs. To regenerate after an intended change:
-//   QX_UPDATE_GOLDENS=1 ./qx_toolkit_tests --gtest_filter='ToolkitGolden*'
+// Scenes compared with golden PNGs (see support/GoldenPicture.h to regenerate).
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-
 #include "ToolkitFixture.h"
 #include "platform/portable/ScopedPortableOs.h"
+#include "support/GoldenPicture.h"
 #include "toolkit/Effects.h"
 #include "toolkit/Form.h"
 #include "toolkit/Image.h"
@@ -17,32 +14,6 @@ namespace qx {
 namespace {
 
 class ToolkitGolden : public test::ToolkitTest {};
-
-void CompareWithGolden(const TBitmap& picture, const std::string& name) {
-  std::filesystem::path golden = std::filesystem::path(QX_TEST_SOURCE_DIR) / "toolkit" / "golden" / name;
-  if (std::getenv("QX_UPDATE_GOLDENS")) {
-    picture.SaveToFile(golden);
-    GTEST_SKIP() << "golden written: " << golden;
-  }
-  ASSERT_TRUE(std::filesystem::exists(golden)) << golden << " is missing; run with QX_UPDATE_GOLDENS=1";
-  auto expected = TBitmap::CreateFromFile(golden);
-  ASSERT_EQ(expected->Width(), picture.Width());
-  ASSERT_EQ(expected->Height(), picture.Height());
-  int off = 0, worst = 0;
-  for (int y = 0; y < picture.Height(); ++y)
-    for (int x = 0; x < picture.Width(); ++x) {
-      std::uint32_t a = picture.Pixel(x, y), b = expected->Pixel(x, y);
-      int diff = 0;
-      for (int s = 0; s < 32; s += 8)
-        diff =
-            std::max(diff, std::abs(static_cast<int>((a >> s) & 0xFF) - static_cast<int>((b >> s) & 0xFF)));
-      worst = std::max(worst, diff);
-      if (diff > 2) ++off;
-    }
-  // A few pixels may differ by rounding; none by much.
-  EXPECT_LE(off, picture.Width() * picture.Height() / 100) << "worst channel difference " << worst;
-  EXPECT_LE(worst, 24);
-}
 
 // A background, a stretched translucent gradient, a clipped paint box and a blur.
 void BuildSmallScene(TForm& form) {
@@ -87,7 +58,7 @@ void BuildSmallScene(TForm& form) {
 TEST_F(ToolkitGolden, SmallScene) {
   TForm form;
   BuildSmallScene(form);
-  CompareWithGolden(form.RenderToBitmap(), "small_scene.png");
+  test::ExpectMatchesGolden(form.RenderToBitmap(), "toolkit/golden/small_scene.png");
 }
 
 TEST_F(ToolkitGolden, SmallSceneInAReparentedWindow) {
@@ -111,7 +82,7 @@ TEST_F(ToolkitGolden, SmallSceneInAReparentedWindow) {
     ASSERT_EQ(pixels.height, 32);
     TBitmap shown(pixels.width, pixels.height);
     std::copy(pixels.pixels.begin(), pixels.pixels.end(), shown.Bits());
-    CompareWithGolden(shown, "small_scene.png");
+    test::ExpectMatchesGolden(shown, "toolkit/golden/small_scene.png");
   }
   os->DestroyWindow(host);
 }

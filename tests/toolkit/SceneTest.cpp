@@ -42,16 +42,6 @@ TEST_F(ToolkitScene, ChildrenDieWithParentAndWatchersAreTold) {
   EXPECT_EQ(w.Told.size(), 1u);
 }
 
-TEST_F(ToolkitScene, ObjectWatcherIsForgottenWhenItDies) {
-  TLayout target;
-  {
-    TLayout watcher;
-    target.AddFreeNotify(&watcher);
-  }
-  // The dead watcher was removed from the list; destroying the target must not touch it.
-  SUCCEED();
-}
-
 TEST_F(ToolkitScene, FindComponentAndReparent) {
   TLayout root;
   auto* child = new TImage(&root);

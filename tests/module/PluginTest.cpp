@@ -1,7 +1,12 @@
-#include "WrapFixture.h"
+#include <gtest/gtest.h>
+
+#include "base/Text.h"
 #include "cabinet/CabinetIconBarPlugin.h"
+#include "fakehost/FakeHost.h"
+#include "host/ServiceCoreWrap.h"
 #include "module/PluginTable.h"
 #include "module/PreviewStripExtension.h"
+#include "platform/portable/ScopedPortableOs.h"
 
 namespace qx {
 namespace {
@@ -17,8 +22,8 @@ class PluginTest : public ::testing::Test {
 TEST_F(PluginTest, ClientEventsAreRegisteredInOrder) {
   host_.Events().ClearEventLog();
   ComPtr<IUnknown> plugin = Make(0);
-  for (const char16_t* id : {u"Client.Loaded", u"Client.Finalize", u"Client.Closing", u"Client.Initialize",
-                             u"Client.Visible"})
+  for (const char16_t* id :
+       {u"Client.Loaded", u"Client.Finalize", u"Client.Closing", u"Client.Initialize", u"Client.Visible"})
     EXPECT_EQ(host_.Events().ListenerCount(id), 1u) << ToUtf8(id);
 }
 
@@ -57,8 +62,8 @@ TEST_F(PluginTest, GuidsVersionsAndTheCabinetBarsAbstractAnswers) {
 TEST_F(PluginTest, ChildFrameSidesAreZeroWithoutAForm) {
   for (std::size_t index : {0u, 1u}) {
     ComPtr<IQxIControl> control = Make(index).As<IQxIControl>();
-    for (auto op : {&IQxIControl::GetChildFrameLeft, &IQxIControl::GetChildFrameRight, &IQxIControl::GetChildFrameTop,
-                    &IQxIControl::GetChildFrameBottom}) {
+    for (auto op : {&IQxIControl::GetChildFrameLeft, &IQxIControl::GetChildFrameRight,
+                    &IQxIControl::GetChildFrameTop, &IQxIControl::GetChildFrameBottom}) {
       std::int32_t value = 99;
       EXPECT_EQ((control.get()->*op)(&value), kOk);
       EXPECT_EQ(value, 0);
@@ -87,8 +92,9 @@ TEST_F(PluginTest, PluginsFindEachOtherThroughThePluginService) {
   host_.RegisterPlugin("CabinetIconBarControl", bar.get());
   auto* impl = static_cast<TPrevewStripPluginImpl*>(strip.As<IQxIPlugin>().get());
   ComPtr<IQxIControl> partner;
-  ASSERT_EQ(impl->ServiceCoreWrap()->GetPluginObject("CabinetIconBarControl", IQxIControl::IID, partner.put_void()),
-            kOk);
+  ASSERT_EQ(
+      impl->ServiceCoreWrap()->GetPluginObject("CabinetIconBarControl", IQxIControl::IID, partner.put_void()),
+      kOk);
   EXPECT_TRUE(SameInterface(partner.get(), bar.get()));
   EXPECT_TRUE(partner.As<ICabinetIconBar>());
   host_.RegisterPlugin("CabinetIconBarControl", nullptr);
