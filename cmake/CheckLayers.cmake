@@ -3,7 +3,8 @@
 # Layers are listed lowest first and separated by "|"; folders of one layer are joined
 # by ",". A file under src/<folder>/ may include its own folder and the folders of
 # earlier layers, never a later layer, a sibling of its layer, or a folder beside src/
-# (fakehost, tests, apps, bench, fuzz). Every folder under src/ must be in a layer.
+# (fakehost, tests, apps, bench, fuzz, support, or any other). Every folder under src/
+# must be in a layer.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -54,7 +55,7 @@ foreach(folder IN LISTS folders)
         if(rank_${target} GREATER_EQUAL rank_${folder})
           list(APPEND problems "${file} includes \"${included}\": ${target} is not below ${folder}")
         endif()
-      elseif(target IN_LIST outside OR target STREQUAL "..")
+      elseif(target IN_LIST outside OR target STREQUAL ".." OR IS_DIRECTORY ${QX_ROOT}/${target})
         list(APPEND problems "${file} includes \"${included}\", which src/ may not use")
       endif()
     endforeach()

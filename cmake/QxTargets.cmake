@@ -52,7 +52,6 @@ function(qx_add_test target)
   add_executable(${target} ${ARG_SOURCES})
   target_include_directories(${target} PRIVATE ${QX_SOURCE_ROOT}/src ${QX_SOURCE_ROOT} ${QX_SOURCE_ROOT}/tests)
   target_link_libraries(${target} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
-  target_compile_definitions(${target} PRIVATE QX_TEST_SOURCE_DIR="${QX_SOURCE_ROOT}/tests")
   qx_warnings(${target})
   # One label only: the discovered tests' properties lose every label after the first.
   set(label unit)

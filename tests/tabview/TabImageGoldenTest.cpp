@@ -1,12 +1,12 @@
 // Tabs drawn over the default skin, compared with golden pictures (see
-// support/GoldenPicture.h). The skin is drawn by the target qx_default_skin.
+// common/GoldenPicture.h). The skin is drawn by the target qx_default_skin.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "host/HostKeys.h"
-#include "support/GoldenPicture.h"
+#include "common/GoldenPicture.h"
 #include "tabview/TabImage.h"
 #include "tabview/TabImageFixture.h"
 #include "toolkit/Application.h"

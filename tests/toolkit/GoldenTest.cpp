@@ -1,10 +1,10 @@
-// Scenes compared with golden PNGs (see support/GoldenPicture.h to regenerate).
+// Scenes compared with golden PNGs (see common/GoldenPicture.h to regenerate).
 
 #include <gtest/gtest.h>
 
 #include "ToolkitFixture.h"
 #include "platform/portable/ScopedPortableOs.h"
-#include "support/GoldenPicture.h"
+#include "common/GoldenPicture.h"
 #include "toolkit/Effects.h"
 #include "toolkit/Form.h"
 #include "toolkit/Image.h"

@@ -1,4 +1,4 @@
-#include "support/GoldenPicture.h"
+#include "common/GoldenPicture.h"
 
 #include <gtest/gtest.h>
 
