@@ -6,10 +6,10 @@
 
 namespace qx {
 
-inline std::u16string IfThen(bool AValue, const std::u16string& ATrue, const std::u16string& AFalse = {}) {
-  return AValue ? ATrue : AFalse;
+inline std::u16string IfThen(bool value, const std::u16string& whenTrue, const std::u16string& whenFalse = {}) {
+  return value ? whenTrue : whenFalse;
 }
 
-inline double IfThen(bool AValue, double ATrue, double AFalse = 0.0) { return AValue ? ATrue : AFalse; }
+inline double IfThen(bool value, double whenTrue, double whenFalse = 0.0) { return value ? whenTrue : whenFalse; }
 
 }  // namespace qx

@@ -22,13 +22,13 @@ constexpr TLanguage kLanguages[] = {
 
 }  // namespace
 
-int LanguageIdOfLocaleName(std::string_view ALocale, int ADefault) {
+int LanguageIdOfLocaleName(std::string_view locale, int defaultValue) {
   // "ja_JP.UTF-8@variant" -> "ja_JP"; "en-GB" is taken like "en_GB".
-  std::string name(ALocale.substr(0, ALocale.find_first_of(".@")));
+  std::string name(locale.substr(0, locale.find_first_of(".@")));
   for (char& c : name) {
     if (c == '-') c = '_';
   }
-  if (name.size() < 2) return ADefault;
+  if (name.size() < 2) return defaultValue;
   for (const TLanguage& l : kLanguages) {
     if (name == l.Name) return l.Id;
   }
@@ -36,15 +36,15 @@ int LanguageIdOfLocaleName(std::string_view ALocale, int ADefault) {
   for (const TLanguage& l : kLanguages) {
     if (std::string_view(l.Name).substr(0, 2) == language) return l.Id;
   }
-  return ADefault;
+  return defaultValue;
 }
 
-int GetSystemDefaultLanguage(int ADefault) {
+int GetSystemDefaultLanguage(int defaultValue) {
   for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* value = std::getenv(variable);
-    if (value && *value) return LanguageIdOfLocaleName(value, ADefault);
+    if (value && *value) return LanguageIdOfLocaleName(value, defaultValue);
   }
-  return ADefault;
+  return defaultValue;
 }
 
 }  // namespace qx

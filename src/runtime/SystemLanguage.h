@@ -7,9 +7,9 @@
 
 namespace qx {
 
-// ADefault when the locale is unset, "C"/"POSIX", or not one this module knows.
-int GetSystemDefaultLanguage(int ADefault);
-// The id of a locale name such as "ja_JP.UTF-8" or "en-GB"; ADefault when unknown.
-int LanguageIdOfLocaleName(std::string_view ALocale, int ADefault);
+// defaultValue when the locale is unset, "C"/"POSIX", or not one this module knows.
+int GetSystemDefaultLanguage(int defaultValue);
+// The id of a locale name such as "ja_JP.UTF-8" or "en-GB"; defaultValue when unknown.
+int LanguageIdOfLocaleName(std::string_view locale, int defaultValue);
 
 }  // namespace qx

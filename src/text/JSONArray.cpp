@@ -55,11 +55,11 @@ ComPtr<IJSONValue> TJSONArrayImpl::Extract(const ComPtr<IJSONValue>& Value) {
   return item;
 }
 
-void TJSONArrayImpl::Sort(const TJSONValueComparison& AComparison) {
-  if (!AComparison) return;
+void TJSONArrayImpl::Sort(const TJSONValueComparison& comparison) {
+  if (!comparison) return;
   std::stable_sort(FList.begin(), FList.end(),
-                   [&AComparison](const ComPtr<IJSONValue>& a, const ComPtr<IJSONValue>& b) {
-                     return AComparison(a.get(), b.get()) < 0;
+                   [&comparison](const ComPtr<IJSONValue>& a, const ComPtr<IJSONValue>& b) {
+                     return comparison(a.get(), b.get()) < 0;
                    });
 }
 
@@ -125,13 +125,13 @@ void TJSONArrayImpl::SetFloat(std::int32_t Index, long double Value) {
   SetItem(Index, MakeCom<TJSONNumberImpl>(Value));
 }
 
-void TJSONArrayImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder,
+void TJSONArrayImpl::BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder,
                                    bool InArray) {
-  json_detail::BuildContainer(nullptr, this, AOption, ABuilder, InArray);
+  json_detail::BuildContainer(nullptr, this, option, builder, InArray);
 }
 
-void TJSONArrayImpl::WalkValues(IJSONValueVisitor& AVisitor) {
-  json_detail::WalkContainer(nullptr, this, AVisitor);
+void TJSONArrayImpl::WalkValues(IJSONValueVisitor& visitor) {
+  json_detail::WalkContainer(nullptr, this, visitor);
 }
 
 }  // namespace qx

@@ -43,28 +43,28 @@ std::u16string DecodeAnsi(std::string_view bytes) {
 
 }  // namespace
 
-std::u16string DecodeJSONFileText(std::string_view ABytes, TJSONFileEncoding AEncoding) {
-  const std::string_view bom = BomOf(AEncoding);
-  if (!bom.empty() && ABytes.substr(0, bom.size()) == bom) ABytes.remove_prefix(bom.size());
-  switch (AEncoding) {
+std::u16string DecodeJSONFileText(std::string_view bytes, TJSONFileEncoding encoding) {
+  const std::string_view bom = BomOf(encoding);
+  if (!bom.empty() && bytes.substr(0, bom.size()) == bom) bytes.remove_prefix(bom.size());
+  switch (encoding) {
     case TJSONFileEncoding::UTF8:
-      return FromUtf8(ABytes);
+      return FromUtf8(bytes);
     case TJSONFileEncoding::UTF16LE:
-      return DecodeUtf16(ABytes, false);
+      return DecodeUtf16(bytes, false);
     case TJSONFileEncoding::UTF16BE:
-      return DecodeUtf16(ABytes, true);
+      return DecodeUtf16(bytes, true);
     case TJSONFileEncoding::Ansi:
       break;
   }
-  return DecodeAnsi(ABytes);
+  return DecodeAnsi(bytes);
 }
 
-std::u16string DecodeJSONFileText(std::string_view ABytes) {
+std::u16string DecodeJSONFileText(std::string_view bytes) {
   for (TJSONFileEncoding e :
        {TJSONFileEncoding::UTF8, TJSONFileEncoding::UTF16LE, TJSONFileEncoding::UTF16BE}) {
-    if (ABytes.substr(0, BomOf(e).size()) == BomOf(e)) return DecodeJSONFileText(ABytes, e);
+    if (bytes.substr(0, BomOf(e).size()) == BomOf(e)) return DecodeJSONFileText(bytes, e);
   }
-  return DecodeAnsi(ABytes);
+  return DecodeAnsi(bytes);
 }
 
 }  // namespace qx

@@ -10,8 +10,8 @@ namespace qx {
 enum class TJSONFileEncoding { Ansi, UTF8, UTF16LE, UTF16BE };
 
 // By byte order mark (UTF-8, UTF-16 LE, UTF-16 BE), else as ANSI text.
-std::u16string DecodeJSONFileText(std::string_view ABytes);
+std::u16string DecodeJSONFileText(std::string_view bytes);
 // In the given encoding; that encoding's own byte order mark is skipped.
-std::u16string DecodeJSONFileText(std::string_view ABytes, TJSONFileEncoding AEncoding);
+std::u16string DecodeJSONFileText(std::string_view bytes, TJSONFileEncoding encoding);
 
 }  // namespace qx

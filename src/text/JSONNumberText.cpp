@@ -6,12 +6,12 @@
 
 namespace qx {
 
-std::u16string JSONFloatToStr(long double AValue) {
-  if (std::isnan(AValue)) return u"NAN";
-  if (std::isinf(AValue)) return AValue < 0 ? u"-INF" : u"INF";
-  if (AValue == 0) return u"0";  // negative zero too
+std::u16string JSONFloatToStr(long double result) {
+  if (std::isnan(result)) return u"NAN";
+  if (std::isinf(result)) return result < 0 ? u"-INF" : u"INF";
+  if (result == 0) return u"0";  // negative zero too
   char buf[64];
-  const auto res = std::to_chars(buf, buf + sizeof buf, AValue, std::chars_format::general, 15);
+  const auto res = std::to_chars(buf, buf + sizeof buf, result, std::chars_format::general, 15);
   std::u16string out;
   out.reserve(static_cast<std::size_t>(res.ptr - buf));
   // "1e+20" is written "1E20", "1.5e-07" is written "1.5E-7".
@@ -68,25 +68,25 @@ long long LeadingExponent(std::string_view text) {
 
 }  // namespace
 
-bool JSONTryStrToFloat(std::string_view AText, long double& AValue) {
+bool JSONTryStrToFloat(std::string_view text, long double& result) {
   long double value = 0;
-  const auto res = std::from_chars(AText.data(), AText.data() + AText.size(), value);
-  if (res.ptr != AText.data() + AText.size()) return false;
+  const auto res = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (res.ptr != text.data() + text.size()) return false;
   if (res.ec == std::errc::result_out_of_range) {
-    if (LeadingExponent(AText) > 0) return false;
-    value = (!AText.empty() && AText[0] == '-') ? -0.0L : 0.0L;
+    if (LeadingExponent(text) > 0) return false;
+    value = (!text.empty() && text[0] == '-') ? -0.0L : 0.0L;
   } else if (res.ec != std::errc()) {
     return false;
   }
-  AValue = value;
+  result = value;
   return true;
 }
 
-bool JSONTryStrToInt64(std::string_view AText, std::int64_t& AValue) {
+bool JSONTryStrToInt64(std::string_view text, std::int64_t& result) {
   std::int64_t value = 0;
-  const auto res = std::from_chars(AText.data(), AText.data() + AText.size(), value);
-  if (res.ec != std::errc() || res.ptr != AText.data() + AText.size()) return false;
-  AValue = value;
+  const auto res = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (res.ec != std::errc() || res.ptr != text.data() + text.size()) return false;
+  result = value;
   return true;
 }
 

@@ -9,10 +9,10 @@
 
 namespace qx {
 
-std::u16string JSONFloatToStr(long double AValue);
-// AText is plain ASCII: optional "-", digits, optional fraction and exponent. A value too
+std::u16string JSONFloatToStr(long double value);
+// text is plain ASCII: optional "-", digits, optional fraction and exponent. A value too
 // small to represent becomes zero; one too large fails.
-bool JSONTryStrToFloat(std::string_view AText, long double& AValue);
-bool JSONTryStrToInt64(std::string_view AText, std::int64_t& AValue);
+bool JSONTryStrToFloat(std::string_view text, long double& value);
+bool JSONTryStrToInt64(std::string_view text, std::int64_t& value);
 
 }  // namespace qx

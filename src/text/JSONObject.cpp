@@ -303,13 +303,13 @@ void TJSONObjectImpl::SortMembersByName() {
   FSorted = true;
 }
 
-void TJSONObjectImpl::BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder,
+void TJSONObjectImpl::BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder,
                                     bool InArray) {
-  json_detail::BuildContainer(this, nullptr, AOption, ABuilder, InArray);
+  json_detail::BuildContainer(this, nullptr, option, builder, InArray);
 }
 
-void TJSONObjectImpl::WalkValues(IJSONValueVisitor& AVisitor) {
-  json_detail::WalkContainer(this, nullptr, AVisitor);
+void TJSONObjectImpl::WalkValues(IJSONValueVisitor& visitor) {
+  json_detail::WalkContainer(this, nullptr, visitor);
 }
 
 }  // namespace qx

@@ -90,16 +90,16 @@ std::string ReadFileBytes(const std::u16string& name) {
 
 // --- EJsonParseError ---
 
-EJsonParseError::EJsonParseError(std::u16string AMessage, std::int32_t ALine, std::int32_t AColumn)
-    : std::runtime_error(FormatLocation(ALine, AColumn) + ToUtf8(AMessage)),
-      FMessage(FromUtf8(FormatLocation(ALine, AColumn)) + AMessage),
-      FLine(ALine),
-      FColumn(AColumn) {}
+EJsonParseError::EJsonParseError(std::u16string message, std::int32_t line, std::int32_t column)
+    : std::runtime_error(FormatLocation(line, column) + ToUtf8(message)),
+      FMessage(FromUtf8(FormatLocation(line, column)) + message),
+      FLine(line),
+      FColumn(column) {}
 
 // --- TJSONParseContext: reading ---
 
-TJSONParseContext::TJSONParseContext(std::u16string_view AData)
-    : FData(AData.data()), FDataLen(AData.size()) {
+TJSONParseContext::TJSONParseContext(std::u16string_view data)
+    : FData(data.data()), FDataLen(data.size()) {
   FStringBuffer.reserve(kFirstStringBuffer);
 }
 
@@ -121,12 +121,12 @@ void TJSONParseContext::ConsumeWhiteSpaces() {
   while (FCurrent < FDataLen && IsWhiteSpace(FData[FCurrent])) GetChar();
 }
 
-bool TJSONParseContext::MatchKeyword(std::u16string_view AWord) {
-  if (FDataLen - FCurrent < AWord.size() || std::u16string_view(FData + FCurrent, AWord.size()) != AWord)
+bool TJSONParseContext::MatchKeyword(std::u16string_view word) {
+  if (FDataLen - FCurrent < word.size() || std::u16string_view(FData + FCurrent, word.size()) != word)
     return false;
   // Matched in place: the previous character stays what it was.
-  FCurrent += AWord.size();
-  Increment(FColumn, AWord.size());
+  FCurrent += word.size();
+  Increment(FColumn, word.size());
   return true;
 }
 
@@ -156,10 +156,10 @@ bool TJSONParseContext::GetJSONString(std::u16string& Value) {
   return true;
 }
 
-bool TJSONParseContext::ScanString(std::u16string& AValue) {
+bool TJSONParseContext::ScanString(std::u16string& result) {
   if (LookAhead() != u'"') return false;
   GetChar();
-  AValue.clear();
+  result.clear();
   for (;;) {
     // A run of plain characters goes in at once. None of them ends a line, but the
     // character before the run may: an escaped LF or CR.
@@ -169,7 +169,7 @@ bool TJSONParseContext::ScanString(std::u16string& AValue) {
       if (c == u'"' || c == u'\\' || c <= 25) break;
       ++end;
     }
-    AValue.append(FData + FCurrent, end - FCurrent);
+    result.append(FData + FCurrent, end - FCurrent);
     Take(end - FCurrent);
     char16_t c = GetChar();
     if (c == 0) ParseError(u"End quotation mark not found");
@@ -182,24 +182,24 @@ bool TJSONParseContext::ScanString(std::u16string& AValue) {
     c = GetChar();
     switch (c) {
       case u'b':
-        AValue += u'\b';
+        result += u'\b';
         break;
       case u'f':
-        AValue += u'\f';
+        result += u'\f';
         break;
       case u'n':
-        AValue += u'\n';
+        result += u'\n';
         break;
       case u'r':
-        AValue += u'\r';
+        result += u'\r';
         break;
       case u't':
-        AValue += u'\t';
+        result += u'\t';
         break;
       case u'"':
       case u'/':
       case u'\\':
-        AValue += c;
+        result += c;
         break;
       case u'u': {
         std::u16string digits = u"$";
@@ -210,12 +210,12 @@ bool TJSONParseContext::ScanString(std::u16string& AValue) {
         }
         const std::optional<std::int64_t> code = TryStrToInt(digits);
         if (!code || *code < 0 || *code > 0xFFFF) ParseError(u"Cannot convert hexdit to JSONChar: " + digits);
-        AValue += static_cast<char16_t>(*code);
+        result += static_cast<char16_t>(*code);
         break;
       }
       default:
         // An unknown escape keeps its backslash and loses the letter.
-        AValue += u'\\';
+        result += u'\\';
         break;
     }
   }
@@ -248,62 +248,62 @@ void TJSONParseContext::ParseError(std::u16string_view Message) {
 
 // --- choosing a parser ---
 
-bool TJSONParseContext::PeekValueType(TJSONValueType& AType) const {
+bool TJSONParseContext::PeekValueType(TJSONValueType& type) const {
   std::size_t i = FCurrent;
   while (i < FDataLen && IsWhiteSpace(FData[i])) ++i;
   if (i >= FDataLen) return false;
   const char16_t c = FData[i];
   if (c == u'n')
-    AType = jvtNull;
+    type = jvtNull;
   else if (c == u't' || c == u'f')
-    AType = jvtBool;
+    type = jvtBool;
   else if (c == u'{')
-    AType = jvtObject;
+    type = jvtObject;
   else if (c == u'[')
-    AType = jvtArray;
+    type = jvtArray;
   else if (c == u'"')
-    AType = jvtString;
+    type = jvtString;
   else if (c == u'-' || IsDigit(c))
-    AType = jvtNumber;
+    type = jvtNumber;
   else
     return false;
   return true;
 }
 
-bool TJSONParseContext::ParseJSONValue(TJSONValueTypes ValueTypes, ComPtr<IJSONValue>& AValue) {
-  AValue = nullptr;
+bool TJSONParseContext::ParseJSONValue(TJSONValueTypes ValueTypes, ComPtr<IJSONValue>& result) {
+  result = nullptr;
   TJSONValueType type;
   if (!PeekValueType(type) || !ValueTypes.Contains(type)) return false;
-  return JSONValueFactory(type).ParseJSONValue(*this, AValue);
+  return JSONValueFactory(type).ParseJSONValue(*this, result);
 }
 
-bool TJSONParseContext::ParseJSONValue(TJSONValueType ValueType, ComPtr<IJSONValue>& AValue) {
-  return ParseJSONValue(TJSONValueTypes{ValueType}, AValue);
+bool TJSONParseContext::ParseJSONValue(TJSONValueType ValueType, ComPtr<IJSONValue>& result) {
+  return ParseJSONValue(TJSONValueTypes{ValueType}, result);
 }
 
-bool TJSONParseContext::ParseJSONValue(ComPtr<IJSONValue>& AValue) {
-  return ParseJSONValue(TJSONValueTypes::All(), AValue);
+bool TJSONParseContext::ParseJSONValue(ComPtr<IJSONValue>& result) {
+  return ParseJSONValue(TJSONValueTypes::All(), result);
 }
 
 // --- scalars ---
 
-bool TJSONParseContext::ParseStringValue(ComPtr<IJSONValue>& AValue) {
+bool TJSONParseContext::ParseStringValue(ComPtr<IJSONValue>& result) {
   ConsumeWhiteSpaces();
   if (!ScanString(FStringBuffer)) return false;
-  AValue = MakeCom<TJSONStringImpl>(FStringBuffer);
+  result = MakeCom<TJSONStringImpl>(FStringBuffer);
   return true;
 }
 
-void TJSONParseContext::Take(std::size_t ACount) {
-  if (ACount == 0) return;
+void TJSONParseContext::Take(std::size_t count) {
+  if (count == 0) return;
   GetChar();  // the first one may start a new line
-  if (ACount == 1) return;
-  FCurrent += ACount - 1;
-  Increment(FColumn, ACount - 1);
+  if (count == 1) return;
+  FCurrent += count - 1;
+  Increment(FColumn, count - 1);
   FPrevChar = FData[FCurrent - 1];
 }
 
-bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
+bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& result) {
   ConsumeWhiteSpaces();
   // The number is measured first and then taken in one step: none of its characters
   // ends a line. On an error everything up to the missing part is taken.
@@ -358,12 +358,12 @@ bool TJSONParseContext::ParseNumber(ComPtr<IJSONValue>& AValue) {
     const bool ok = text.size() > kMaxMantissaDigits ? JSONTryStrToFloat(ShortenMantissa(text), value)
                                                      : JSONTryStrToFloat(text, value);
     if (!ok) ParseError(u"Cannot convert \"" + FromAscii(text) + u"\" to number.");
-    AValue = MakeCom<TJSONNumberImpl>(value);
+    result = MakeCom<TJSONNumberImpl>(value);
   } else {
     std::int64_t value = 0;
     if (!JSONTryStrToInt64(text, value))
       ParseError(u"Cannot convert \"" + FromAscii(text) + u"\" to number.");
-    AValue = MakeCom<TJSONNumberImpl>(value);
+    result = MakeCom<TJSONNumberImpl>(value);
   }
   return true;
 }
@@ -381,7 +381,7 @@ struct TContainerFrame {
 
 }  // namespace
 
-bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
+bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& result) {
   ConsumeWhiteSpaces();
   if (LookAhead() != u'{' && LookAhead() != u'[') return false;
   // Items wait on two stacks shared by all levels until their container closes; then the
@@ -464,7 +464,7 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
     values.resize(f.ValueStart);
     frames.pop_back();
     if (frames.empty()) {
-      AValue = std::move(finished);
+      result = std::move(finished);
       return true;
     }
     ResolveSavePoint(true);
@@ -475,68 +475,68 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& AValue) {
 
 // --- factories ---
 
-bool TJSONValueFactory::ParseJSONValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  AValue = nullptr;
-  AParseContext.SaveContext();
-  const bool ok = ParseValue(AParseContext, AValue) && AValue;
-  AParseContext.ResolveSavePoint(ok);
-  if (!ok) AValue = nullptr;
+bool TJSONValueFactory::ParseJSONValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  result = nullptr;
+  parseContext.SaveContext();
+  const bool ok = ParseValue(parseContext, result) && result;
+  parseContext.ResolveSavePoint(ok);
+  if (!ok) result = nullptr;
   return ok;
 }
 
-ComPtr<IJSONBool> TJSONBoolFactory::CreateValue(bool AValue) { return MakeCom<TJSONBoolImpl>(AValue); }
+ComPtr<IJSONBool> TJSONBoolFactory::CreateValue(bool result) { return MakeCom<TJSONBoolImpl>(result); }
 
-bool TJSONBoolFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  AParseContext.ConsumeWhiteSpaces();
+bool TJSONBoolFactory::ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  parseContext.ConsumeWhiteSpaces();
   bool value = false;
-  if (!AParseContext.GetJSONBool(value)) return false;
-  AValue = CreateValue(value);
+  if (!parseContext.GetJSONBool(value)) return false;
+  result = CreateValue(value);
   return true;
 }
 
 ComPtr<IJSONNull> TJSONNullFactory::CreateValue() { return MakeCom<TJSONNullImpl>(); }
 
-bool TJSONNullFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  AParseContext.ConsumeWhiteSpaces();
-  if (!AParseContext.GetJSONNull()) return false;
-  AValue = CreateValue();
+bool TJSONNullFactory::ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  parseContext.ConsumeWhiteSpaces();
+  if (!parseContext.GetJSONNull()) return false;
+  result = CreateValue();
   return true;
 }
 
 ComPtr<IJSONObject> TJSONObjectFactory::CreateValue() { return MakeCom<TJSONObjectImpl>(); }
 
-bool TJSONObjectFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  AParseContext.ConsumeWhiteSpaces();
-  return AParseContext.LookAhead() == u'{' && AParseContext.ParseContainer(AValue);
+bool TJSONObjectFactory::ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  parseContext.ConsumeWhiteSpaces();
+  return parseContext.LookAhead() == u'{' && parseContext.ParseContainer(result);
 }
 
 ComPtr<IJSONArray> TJSONArrayFactory::CreateValue() { return MakeCom<TJSONArrayImpl>(); }
 
-bool TJSONArrayFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  AParseContext.ConsumeWhiteSpaces();
-  return AParseContext.LookAhead() == u'[' && AParseContext.ParseContainer(AValue);
+bool TJSONArrayFactory::ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  parseContext.ConsumeWhiteSpaces();
+  return parseContext.LookAhead() == u'[' && parseContext.ParseContainer(result);
 }
 
-ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(std::int64_t AValue) {
-  return MakeCom<TJSONNumberImpl>(AValue);
+ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(std::int64_t result) {
+  return MakeCom<TJSONNumberImpl>(result);
 }
-ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(long double AValue) {
-  return MakeCom<TJSONNumberImpl>(AValue);
-}
-
-bool TJSONNumberFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  return AParseContext.ParseNumber(AValue);
+ComPtr<IJSONNumber> TJSONNumberFactory::CreateValue(long double result) {
+  return MakeCom<TJSONNumberImpl>(result);
 }
 
-ComPtr<IJSONString> TJSONStringFactory::CreateValue(std::u16string_view AValue) {
-  return MakeCom<TJSONStringImpl>(std::u16string(AValue));
+bool TJSONNumberFactory::ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  return parseContext.ParseNumber(result);
 }
 
-bool TJSONStringFactory::ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const {
-  return AParseContext.ParseStringValue(AValue);
+ComPtr<IJSONString> TJSONStringFactory::CreateValue(std::u16string_view result) {
+  return MakeCom<TJSONStringImpl>(std::u16string(result));
 }
 
-const TJSONValueFactory& JSONValueFactory(TJSONValueType AType) {
+bool TJSONStringFactory::ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) const {
+  return parseContext.ParseStringValue(result);
+}
+
+const TJSONValueFactory& JSONValueFactory(TJSONValueType type) {
   // Stateless, so one table serves every thread.
   static const TJSONBoolFactory boolFactory;
   static const TJSONNullFactory nullFactory;
@@ -546,54 +546,54 @@ const TJSONValueFactory& JSONValueFactory(TJSONValueType AType) {
   static const TJSONStringFactory stringFactory;
   static const TJSONValueFactory* const table[] = {&boolFactory,  &nullFactory,   &objectFactory,
                                                    &arrayFactory, &numberFactory, &stringFactory};
-  return *table[AType];
+  return *table[type];
 }
 
 // --- TJSONParser ---
 
-void TJSONParser::ParseJSONText(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) {
-  AValue = nullptr;
+void TJSONParser::ParseJSONText(TJSONParseContext& parseContext, ComPtr<IJSONValue>& result) {
+  result = nullptr;
   ComPtr<IJSONValue> value;
   // Only an object or an array may be the root of a text.
-  if (!AParseContext.ParseJSONValue(TJSONValueTypes{jvtObject, jvtArray}, value)) {
-    AParseContext.ParseError(u"Parse Error. Cannot parse text.");
+  if (!parseContext.ParseJSONValue(TJSONValueTypes{jvtObject, jvtArray}, value)) {
+    parseContext.ParseError(u"Parse Error. Cannot parse text.");
   }
-  AParseContext.ConsumeWhiteSpaces();
-  if (AParseContext.Current() < AParseContext.DataLen()) {
-    AParseContext.ParseError(u"Parse Error. There is an unnecessary charactor after JSON text.");
+  parseContext.ConsumeWhiteSpaces();
+  if (parseContext.Current() < parseContext.DataLen()) {
+    parseContext.ParseError(u"Parse Error. There is an unnecessary charactor after JSON text.");
   }
-  AValue = std::move(value);
+  result = std::move(value);
 }
 
-void TJSONParser::ParseJSONText(std::u16string_view AText, ComPtr<IJSONValue>& AValue) {
-  TJSONParseContext context(AText);
-  ParseJSONText(context, AValue);
+void TJSONParser::ParseJSONText(std::u16string_view text, ComPtr<IJSONValue>& result) {
+  TJSONParseContext context(text);
+  ParseJSONText(context, result);
 }
 
-bool TJSONParser::ParseJSONText(std::u16string_view AText, std::u16string& ErrorMsg,
-                                ComPtr<IJSONValue>& AValue) {
+bool TJSONParser::ParseJSONText(std::u16string_view text, std::u16string& ErrorMsg,
+                                ComPtr<IJSONValue>& result) {
   ErrorMsg.clear();
   try {
-    ParseJSONText(AText, AValue);
+    ParseJSONText(text, result);
     return true;
   } catch (const EJsonParseError& e) {
     ErrorMsg = e.Message();
-    AValue = nullptr;
+    result = nullptr;
     return false;
   }
 }
 
-void TJSONParser::LoadJSONFromFile(const std::u16string& FileName, ComPtr<IJSONValue>& AValue) {
-  AValue = nullptr;
+void TJSONParser::LoadJSONFromFile(const std::u16string& FileName, ComPtr<IJSONValue>& result) {
+  result = nullptr;
   const std::u16string text = DecodeJSONFileText(ReadFileBytes(FileName));
-  ParseJSONText(text, AValue);
+  ParseJSONText(text, result);
 }
 
-void TJSONParser::LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding AEncoding,
-                                   ComPtr<IJSONValue>& AValue) {
-  AValue = nullptr;
-  const std::u16string text = DecodeJSONFileText(ReadFileBytes(FileName), AEncoding);
-  ParseJSONText(text, AValue);
+void TJSONParser::LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding encoding,
+                                   ComPtr<IJSONValue>& result) {
+  result = nullptr;
+  const std::u16string text = DecodeJSONFileText(ReadFileBytes(FileName), encoding);
+  ParseJSONText(text, result);
 }
 
 }  // namespace qx

@@ -18,7 +18,7 @@ namespace qx {
 // Raised for malformed text; the message reads "Error at line L column C: ...".
 class EJsonParseError : public std::runtime_error {
  public:
-  EJsonParseError(std::u16string AMessage, std::int32_t ALine, std::int32_t AColumn);
+  EJsonParseError(std::u16string message, std::int32_t line, std::int32_t column);
   const std::u16string& Message() const { return FMessage; }
   std::int32_t Line() const { return FLine; }
   std::int32_t Column() const { return FColumn; }
@@ -45,7 +45,7 @@ struct TJSONParseContextSavePoint {
 class TJSONParseContext {
  public:
   // The text is not copied and must outlive the context.
-  explicit TJSONParseContext(std::u16string_view AData);
+  explicit TJSONParseContext(std::u16string_view data);
   TJSONParseContext(const TJSONParseContext&) = delete;
   TJSONParseContext& operator=(const TJSONParseContext&) = delete;
 
@@ -60,9 +60,9 @@ class TJSONParseContext {
   void SaveContext();
   [[noreturn]] void ParseError(std::u16string_view Message);
   void ResolveSavePoint(bool bSuccess);
-  bool ParseJSONValue(TJSONValueType ValueType, ComPtr<IJSONValue>& AValue);
-  bool ParseJSONValue(TJSONValueTypes ValueTypes, ComPtr<IJSONValue>& AValue);
-  bool ParseJSONValue(ComPtr<IJSONValue>& AValue);
+  bool ParseJSONValue(TJSONValueType ValueType, ComPtr<IJSONValue>& value);
+  bool ParseJSONValue(TJSONValueTypes ValueTypes, ComPtr<IJSONValue>& value);
+  bool ParseJSONValue(ComPtr<IJSONValue>& value);
 
   std::int32_t Line() const { return FLine; }
   std::int32_t Column() const { return FColumn; }
@@ -73,18 +73,18 @@ class TJSONParseContext {
 
   // The object and array parsers; the factories call them. Nested containers are
   // parsed on an explicit stack, so depth is bounded by memory, not by the call stack.
-  bool ParseContainer(ComPtr<IJSONValue>& AValue);
-  bool ParseNumber(ComPtr<IJSONValue>& AValue);
-  bool ParseStringValue(ComPtr<IJSONValue>& AValue);
+  bool ParseContainer(ComPtr<IJSONValue>& value);
+  bool ParseNumber(ComPtr<IJSONValue>& value);
+  bool ParseStringValue(ComPtr<IJSONValue>& value);
 
  private:
   // The type the next non-blank character announces; false for none.
-  bool PeekValueType(TJSONValueType& AType) const;
-  bool MatchKeyword(std::u16string_view AWord);
+  bool PeekValueType(TJSONValueType& type) const;
+  bool MatchKeyword(std::u16string_view word);
   // Consumes characters that do not end a line.
-  void Take(std::size_t ACount);
-  bool ScanString(std::u16string& AValue);
-  bool ParseScalar(TJSONValueType AType, ComPtr<IJSONValue>& AValue);
+  void Take(std::size_t count);
+  bool ScanString(std::u16string& value);
+  bool ParseScalar(TJSONValueType type, ComPtr<IJSONValue>& value);
 
   std::int32_t FLine = 0;
   std::int32_t FColumn = 0;
@@ -103,18 +103,18 @@ class TJSONValueFactory {
  public:
   virtual ~TJSONValueFactory() = default;
   // Saves the context, parses, and rewinds when no value came.
-  bool ParseJSONValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const;
+  bool ParseJSONValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const;
 
  protected:
-  virtual bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const = 0;
+  virtual bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const = 0;
 };
 
 class TJSONBoolFactory final : public TJSONValueFactory {
  public:
-  static ComPtr<IJSONBool> CreateValue(bool AValue = false);
+  static ComPtr<IJSONBool> CreateValue(bool value = false);
 
  protected:
-  bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const override;
+  bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const override;
 };
 
 class TJSONNullFactory final : public TJSONValueFactory {
@@ -122,7 +122,7 @@ class TJSONNullFactory final : public TJSONValueFactory {
   static ComPtr<IJSONNull> CreateValue();
 
  protected:
-  bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const override;
+  bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const override;
 };
 
 class TJSONObjectFactory final : public TJSONValueFactory {
@@ -130,7 +130,7 @@ class TJSONObjectFactory final : public TJSONValueFactory {
   static ComPtr<IJSONObject> CreateValue();
 
  protected:
-  bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const override;
+  bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const override;
 };
 
 class TJSONArrayFactory final : public TJSONValueFactory {
@@ -138,41 +138,41 @@ class TJSONArrayFactory final : public TJSONValueFactory {
   static ComPtr<IJSONArray> CreateValue();
 
  protected:
-  bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const override;
+  bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const override;
 };
 
 class TJSONNumberFactory final : public TJSONValueFactory {
  public:
-  static ComPtr<IJSONNumber> CreateValue(std::int64_t AValue);
-  static ComPtr<IJSONNumber> CreateValue(long double AValue);
+  static ComPtr<IJSONNumber> CreateValue(std::int64_t value);
+  static ComPtr<IJSONNumber> CreateValue(long double value);
 
  protected:
-  bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const override;
+  bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const override;
 };
 
 class TJSONStringFactory final : public TJSONValueFactory {
  public:
-  static ComPtr<IJSONString> CreateValue(std::u16string_view AValue = {});
+  static ComPtr<IJSONString> CreateValue(std::u16string_view value = {});
 
  protected:
-  bool ParseValue(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue) const override;
+  bool ParseValue(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value) const override;
 };
 
 // The factory of each value type.
-const TJSONValueFactory& JSONValueFactory(TJSONValueType AType);
+const TJSONValueFactory& JSONValueFactory(TJSONValueType type);
 
 class TJSONParser {
  public:
-  static void ParseJSONText(TJSONParseContext& AParseContext, ComPtr<IJSONValue>& AValue);
+  static void ParseJSONText(TJSONParseContext& parseContext, ComPtr<IJSONValue>& value);
   // Raises EJsonParseError.
-  static void ParseJSONText(std::u16string_view AText, ComPtr<IJSONValue>& AValue);
+  static void ParseJSONText(std::u16string_view text, ComPtr<IJSONValue>& value);
   // Never raises a parse error: ErrorMsg is empty on success, else the error's message.
-  static bool ParseJSONText(std::u16string_view AText, std::u16string& ErrorMsg, ComPtr<IJSONValue>& AValue);
+  static bool ParseJSONText(std::u16string_view text, std::u16string& ErrorMsg, ComPtr<IJSONValue>& value);
   // Decoding by byte order mark, else as the platform's ANSI text. Raises
   // EJsonFileError for an unreadable file and EJsonParseError for bad text.
-  static void LoadJSONFromFile(const std::u16string& FileName, ComPtr<IJSONValue>& AValue);
-  static void LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding AEncoding,
-                               ComPtr<IJSONValue>& AValue);
+  static void LoadJSONFromFile(const std::u16string& FileName, ComPtr<IJSONValue>& value);
+  static void LoadJSONFromFile(const std::u16string& FileName, TJSONFileEncoding encoding,
+                               ComPtr<IJSONValue>& value);
 };
 
 }  // namespace qx

@@ -37,20 +37,20 @@ void TJSONNumberImpl::SetIntValue(std::int64_t Value) {
   FIsFloat = false;
 }
 
-void TJSONNumberImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& ABuilder, bool) {
-  ABuilder.Write(GetText());
+void TJSONNumberImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& builder, bool) {
+  builder.Write(GetText());
 }
 
-void TJSONStringImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& ABuilder, bool) {
-  ABuilder.WriteJSONString(FValue);
+void TJSONStringImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& builder, bool) {
+  builder.WriteJSONString(FValue);
 }
 
-void TJSONBoolImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& ABuilder, bool) {
-  ABuilder.Write(FValue ? std::u16string_view(u"true") : std::u16string_view(u"false"));
+void TJSONBoolImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& builder, bool) {
+  builder.Write(FValue ? std::u16string_view(u"true") : std::u16string_view(u"false"));
 }
 
-void TJSONNullImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& ABuilder, bool) {
-  ABuilder.Write(u"null");
+void TJSONNullImpl::BuildJSONText(const TJSONCreateTextOption&, TJSONTextBuilder& builder, bool) {
+  builder.Write(u"null");
 }
 
 }  // namespace qx

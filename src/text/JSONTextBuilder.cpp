@@ -71,22 +71,22 @@ bool NeedsEscape(char16_t ch, const TJSONCreateTextOption& opt) {
 
 }  // namespace
 
-TJSONTextBuilder::TJSONTextBuilder(const TJSONCreateTextOption& AOption, std::int32_t AStartIndent)
-    : FOption(&AOption), FIndent(AStartIndent) {
+TJSONTextBuilder::TJSONTextBuilder(const TJSONCreateTextOption& option, std::int32_t startIndent)
+    : FOption(&option), FIndent(startIndent) {
   FCapacity = kInitialCapacity;
   FBuffer.reserve(FCapacity);
 }
 
-void TJSONTextBuilder::Append(const char16_t* AText, std::size_t ALength) {
-  if (FSize + ALength > FCapacity) {
-    while (FSize + ALength > FCapacity) FCapacity *= 2;
+void TJSONTextBuilder::Append(const char16_t* text, std::size_t length) {
+  if (FSize + length > FCapacity) {
+    while (FSize + length > FCapacity) FCapacity *= 2;
     FBuffer.reserve(FCapacity);
   }
-  FBuffer.append(AText, ALength);
-  FSize += ALength;
+  FBuffer.append(text, length);
+  FSize += length;
 }
 
-void TJSONTextBuilder::Append(char16_t AChar) { Append(&AChar, 1); }
+void TJSONTextBuilder::Append(char16_t ch) { Append(&ch, 1); }
 
 void TJSONTextBuilder::BeforeWrite(bool NoAutoLineBreak) {
   if (!NoAutoLineBreak && FOption->FLineLengthThreshold >= 1 && FOption->FLineLengthThreshold < FLineLength)
@@ -97,30 +97,30 @@ void TJSONTextBuilder::BeforeWrite(bool NoAutoLineBreak) {
   }
 }
 
-void TJSONTextBuilder::Write(std::u16string_view AText, bool NoAutoLineBreak) {
+void TJSONTextBuilder::Write(std::u16string_view text, bool NoAutoLineBreak) {
   BeforeWrite(NoAutoLineBreak);
-  Append(AText.data(), AText.size());
-  FLineLength += static_cast<std::int32_t>(AText.size());
+  Append(text.data(), text.size());
+  FLineLength += static_cast<std::int32_t>(text.size());
   FNewLine = false;
 }
 
-void TJSONTextBuilder::Write(char16_t AChar, bool NoAutoLineBreak) {
-  Write(std::u16string_view(&AChar, 1), NoAutoLineBreak);
+void TJSONTextBuilder::Write(char16_t ch, bool NoAutoLineBreak) {
+  Write(std::u16string_view(&ch, 1), NoAutoLineBreak);
 }
 
-void TJSONTextBuilder::WriteEscaped(char16_t AChar) {
-  const TEscape e = EscapeOf(AChar, *FOption);
+void TJSONTextBuilder::WriteEscaped(char16_t ch) {
+  const TEscape e = EscapeOf(ch, *FOption);
   if (e.Length)
     Write(std::u16string_view(e.Text, e.Length));
   else
-    Write(AChar);
+    Write(ch);
 }
 
-void TJSONTextBuilder::WriteJSONString(std::u16string_view AText) {
+void TJSONTextBuilder::WriteJSONString(std::u16string_view text) {
   if (FOption->FLineLengthThreshold >= 1) {
     // A line break may fall anywhere, even inside the string: every character is a write.
     Write(u'"');
-    for (char16_t ch : AText) WriteEscaped(ch);
+    for (char16_t ch : text) WriteEscaped(ch);
     Write(u'"');
     return;
   }
@@ -129,18 +129,18 @@ void TJSONTextBuilder::WriteJSONString(std::u16string_view AText) {
   Write(u'"');
   std::size_t written = 0;
   std::size_t runStart = 0;
-  for (std::size_t i = 0; i < AText.size(); ++i) {
-    const char16_t ch = AText[i];
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char16_t ch = text[i];
     if (!NeedsEscape(ch, *FOption)) continue;
-    Append(AText.data() + runStart, i - runStart);
+    Append(text.data() + runStart, i - runStart);
     written += i - runStart;
     const TEscape e = EscapeOf(ch, *FOption);
     Append(e.Text, e.Length);
     written += e.Length;
     runStart = i + 1;
   }
-  Append(AText.data() + runStart, AText.size() - runStart);
-  written += AText.size() - runStart;
+  Append(text.data() + runStart, text.size() - runStart);
+  written += text.size() - runStart;
   Append(u'"');
   FLineLength += static_cast<std::int32_t>(written + 1);
 }

@@ -65,13 +65,13 @@ struct TJSONBuildQueue;
 class TJSONTextBuilder {
  public:
   // The option record is not copied and must outlive the builder.
-  TJSONTextBuilder(const TJSONCreateTextOption& AOption, std::int32_t AStartIndent);
+  TJSONTextBuilder(const TJSONCreateTextOption& option, std::int32_t startIndent);
   TJSONTextBuilder(const TJSONTextBuilder&) = delete;
   TJSONTextBuilder& operator=(const TJSONTextBuilder&) = delete;
 
-  void Write(std::u16string_view AText, bool NoAutoLineBreak = false);
-  void Write(char16_t AChar, bool NoAutoLineBreak = false);
-  void WriteJSONString(std::u16string_view AText);
+  void Write(std::u16string_view text, bool NoAutoLineBreak = false);
+  void Write(char16_t ch, bool NoAutoLineBreak = false);
+  void WriteJSONString(std::u16string_view text);
   void WriteLineBreak();
   void WriteNameSeparator();
   void WriteValueSeparator();
@@ -86,9 +86,9 @@ class TJSONTextBuilder {
 
  private:
   void BeforeWrite(bool NoAutoLineBreak);
-  void Append(const char16_t* AText, std::size_t ALength);
-  void Append(char16_t AChar);
-  void WriteEscaped(char16_t AChar);
+  void Append(const char16_t* text, std::size_t length);
+  void Append(char16_t ch);
+  void WriteEscaped(char16_t ch);
 
   const TJSONCreateTextOption* FOption;
   bool FNewLine = true;

@@ -30,40 +30,40 @@ thread_local std::vector<TWalkFrame>* tActiveWalk = nullptr;
 thread_local std::vector<ComPtr<IJSONValue>>* tActiveGrave = nullptr;
 
 // The visitor is foreign code: a walk it starts itself must be a walk of its own.
-void CallVisitor(IJSONValue* AValue, IJSONValueVisitor& AVisitor) {
+void CallVisitor(IJSONValue* value, IJSONValueVisitor& visitor) {
   struct Restore {
     std::vector<TWalkFrame>* saved;
     ~Restore() { tActiveWalk = saved; }
   } restore{tActiveWalk};
   tActiveWalk = nullptr;
-  AVisitor.Visit(AValue);
+  visitor.Visit(value);
 }
 
 IJSONValue* AsValue(TJSONObjectImpl* o, TJSONArrayImpl* a) {
   return o ? static_cast<IJSONValue*>(o) : static_cast<IJSONValue*>(a);
 }
 
-void OpenContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSONCreateTextOption& opt,
+void OpenContainer(TJSONObjectImpl* object, TJSONArrayImpl* array, const TJSONCreateTextOption& opt,
                    TJSONTextBuilder& b, bool InArray) {
-  if (AObject) {
+  if (object) {
     b.Write(u'{');
     const bool multi = !(opt.FPackedObject || (opt.FArrayElementPack && InArray) ||
-                         (opt.FPackOneFieldObject && AObject->GetCount() < 2));
+                         (opt.FPackOneFieldObject && object->GetCount() < 2));
     if (multi) {
       b.WriteLineBreak();
       b.IncrIndent();
     }
-    b.FBuildQueue->Frames.push_back(TJSONBuildFrame{AObject, nullptr, 0, multi});
+    b.FBuildQueue->Frames.push_back(TJSONBuildFrame{object, nullptr, 0, multi});
     return;
   }
   b.Write(u'[');
-  if (opt.FPackEmptyArray && AArray->GetCount() == 0) {
+  if (opt.FPackEmptyArray && array->GetCount() == 0) {
     b.Write(u']', true);
     return;
   }
   if (!opt.FPackedArray) b.WriteLineBreak();
   b.IncrIndent();
-  b.FBuildQueue->Frames.push_back(TJSONBuildFrame{nullptr, AArray, 0, false});
+  b.FBuildQueue->Frames.push_back(TJSONBuildFrame{nullptr, array, 0, false});
 }
 
 void WriteChild(IJSONValue* v, const TJSONCreateTextOption& opt, TJSONTextBuilder& b, bool InArray) {
@@ -75,19 +75,19 @@ void WriteChild(IJSONValue* v, const TJSONCreateTextOption& opt, TJSONTextBuilde
 
 }  // namespace
 
-void BuildContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSONCreateTextOption& AOption,
-                    TJSONTextBuilder& ABuilder, bool InArray) {
-  if (ABuilder.FBuildQueue) {
-    OpenContainer(AObject, AArray, AOption, ABuilder, InArray);
+void BuildContainer(TJSONObjectImpl* object, TJSONArrayImpl* array, const TJSONCreateTextOption& option,
+                    TJSONTextBuilder& builder, bool InArray) {
+  if (builder.FBuildQueue) {
+    OpenContainer(object, array, option, builder, InArray);
     return;
   }
   TJSONBuildQueue queue;
   struct Detach {
     TJSONTextBuilder& b;
     ~Detach() { b.FBuildQueue = nullptr; }
-  } detach{ABuilder};
-  ABuilder.FBuildQueue = &queue;
-  OpenContainer(AObject, AArray, AOption, ABuilder, InArray);
+  } detach{builder};
+  builder.FBuildQueue = &queue;
+  OpenContainer(object, array, option, builder, InArray);
   auto& frames = queue.Frames;
   while (!frames.empty()) {
     TJSONBuildFrame& f = frames.back();
@@ -96,53 +96,53 @@ void BuildContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSO
         const std::int32_t i = f.Index++;
         TJSONObjectImpl* obj = f.Obj;
         if (i > 0) {
-          ABuilder.WriteValueSeparator();
-          if (!AOption.FPackedObject) ABuilder.WriteLineBreak();
+          builder.WriteValueSeparator();
+          if (!option.FPackedObject) builder.WriteLineBreak();
         }
-        ABuilder.WriteJSONString(obj->MemberName(i));
-        ABuilder.WriteNameSeparator();
-        WriteChild(obj->MemberValue(i), AOption, ABuilder, false);  // may push a frame
+        builder.WriteJSONString(obj->MemberName(i));
+        builder.WriteNameSeparator();
+        WriteChild(obj->MemberValue(i), option, builder, false);  // may push a frame
         continue;
       }
       const bool multi = f.MultiLine;
       frames.pop_back();
       if (multi) {
-        ABuilder.WriteLineBreak();
-        ABuilder.DecrIndent();
+        builder.WriteLineBreak();
+        builder.DecrIndent();
       }
-      ABuilder.Write(u'}', true);
+      builder.Write(u'}', true);
     } else {
       if (f.Index < f.Arr->GetCount()) {
         const std::int32_t i = f.Index++;
         TJSONArrayImpl* arr = f.Arr;
         if (i > 0) {
-          ABuilder.WriteValueSeparator();
-          if (!AOption.FPackedArray) ABuilder.WriteLineBreak();
+          builder.WriteValueSeparator();
+          if (!option.FPackedArray) builder.WriteLineBreak();
         }
-        WriteChild(arr->ItemAt(i), AOption, ABuilder, true);
+        WriteChild(arr->ItemAt(i), option, builder, true);
         continue;
       }
       const bool hadItems = f.Index > 0;
       frames.pop_back();
-      if (hadItems && !AOption.FPackedArray) ABuilder.WriteLineBreak();
-      ABuilder.DecrIndent();
-      ABuilder.Write(u']', true);
+      if (hadItems && !option.FPackedArray) builder.WriteLineBreak();
+      builder.DecrIndent();
+      builder.Write(u']', true);
     }
   }
 }
 
-void WalkContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, IJSONValueVisitor& AVisitor) {
-  IJSONValue* self = AsValue(AObject, AArray);
+void WalkContainer(TJSONObjectImpl* object, TJSONArrayImpl* array, IJSONValueVisitor& visitor) {
+  IJSONValue* self = AsValue(object, array);
   if (tActiveWalk) {
     std::vector<TWalkFrame>* walk = tActiveWalk;
-    CallVisitor(self, AVisitor);
-    walk->push_back(TWalkFrame{AObject, AArray, ComPtr<IJSONValue>(self), 0});
+    CallVisitor(self, visitor);
+    walk->push_back(TWalkFrame{object, array, ComPtr<IJSONValue>(self), 0});
     return;
   }
   std::vector<TWalkFrame> frames;
   ComPtr<IJSONValue> keepSelf(self);
-  CallVisitor(self, AVisitor);
-  frames.push_back(TWalkFrame{AObject, AArray, keepSelf, 0});
+  CallVisitor(self, visitor);
+  frames.push_back(TWalkFrame{object, array, keepSelf, 0});
   struct Activate {
     ~Activate() { tActiveWalk = nullptr; }
   } activate;
@@ -165,7 +165,7 @@ void WalkContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, IJSONValueV
     }
     if (!child) continue;
     const ComPtr<IJSONValue> keepChild(child);
-    child->WalkValues(AVisitor);  // a container pushes its own frame
+    child->WalkValues(visitor);  // a container pushes its own frame
   }
 }
 
@@ -189,26 +189,26 @@ TJSONBurial::~TJSONBurial() {
   --tReleaseDepth;
 }
 
-void TJSONBurial::Add(ComPtr<IJSONValue>&& AValue) {
-  if (!AValue) return;
+void TJSONBurial::Add(ComPtr<IJSONValue>&& value) {
+  if (!value) return;
   if (tReleaseDepth < kDirectReleaseDepth) {
-    AValue.reset();
+    value.reset();
     return;
   }
   if (!tActiveGrave) {
     FOwner = true;
     tActiveGrave = &FGrave;
   }
-  tActiveGrave->push_back(std::move(AValue));
+  tActiveGrave->push_back(std::move(value));
 }
 
 // --- shared parts of TJSONValueImpl ---
 
-std::u16string ToJSONText(IJSONValue* AValue, const TJSONCreateTextOption& AOption) {
-  TJSONTextBuilder builder(AOption, 0);
-  AValue->BuildJSONText(AOption, builder, false);
+std::u16string ToJSONText(IJSONValue* value, const TJSONCreateTextOption& option) {
+  TJSONTextBuilder builder(option, 0);
+  value->BuildJSONText(option, builder, false);
   std::u16string text = builder.GetText();
-  if (AOption.FTruncateTrailingWhiteSpaces) {
+  if (option.FTruncateTrailingWhiteSpaces) {
     std::size_t n = text.size();
     while (n > 0 && text[n - 1] <= u' ') --n;
     text.resize(n);
@@ -216,37 +216,37 @@ std::u16string ToJSONText(IJSONValue* AValue, const TJSONCreateTextOption& AOpti
   return text;
 }
 
-std::u16string ToPackedJSONText(IJSONValue* AValue) {
+std::u16string ToPackedJSONText(IJSONValue* value) {
   TJSONCreateTextOption option;
   option.FNoIndent = true;
   option.FNoLineBreak = true;
   option.FPackedArray = true;
   option.FPackedObject = true;
   option.FSpaceAfterNameSeparator = false;
-  return ToJSONText(AValue, option);
+  return ToJSONText(value, option);
 }
 
-void VisitScalar(IJSONValue* AValue, IJSONValueVisitor& AVisitor) { CallVisitor(AValue, AVisitor); }
+void VisitScalar(IJSONValue* value, IJSONValueVisitor& visitor) { CallVisitor(value, visitor); }
 
-void SortObjectMembers(IJSONValue* AValue) {
+void SortObjectMembers(IJSONValue* value) {
   struct Sorter final : IJSONValueVisitor {
     void Visit(IJSONValue* v) override {
       if (const ComPtr<IJSONObject> o = v->AsObject()) o->SortMembersByName();
     }
   } sorter;
-  AValue->WalkValues(sorter);
+  value->WalkValues(sorter);
 }
 
 }  // namespace json_detail
 
-void WalkJSONValues(IJSONValue* AValue, const std::function<void(IJSONValue*)>& AVisit) {
-  if (!AValue || !AVisit) return;
+void WalkJSONValues(IJSONValue* value, const std::function<void(IJSONValue*)>& visit) {
+  if (!value || !visit) return;
   struct Adapter final : IJSONValueVisitor {
     const std::function<void(IJSONValue*)>& f;
     explicit Adapter(const std::function<void(IJSONValue*)>& fn) : f(fn) {}
     void Visit(IJSONValue* v) override { f(v); }
-  } adapter(AVisit);
-  AValue->WalkValues(adapter);
+  } adapter(visit);
+  value->WalkValues(adapter);
 }
 
 }  // namespace qx

@@ -15,13 +15,13 @@ class TJSONArrayImpl;
 
 namespace json_detail {
 
-// Writes an object (AObject set) or an array. The outermost call drives the whole tree;
+// Writes an object (object set) or an array. The outermost call drives the whole tree;
 // nested containers only queue themselves with the builder.
-void BuildContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, const TJSONCreateTextOption& AOption,
-                    TJSONTextBuilder& ABuilder, bool InArray);
+void BuildContainer(TJSONObjectImpl* object, TJSONArrayImpl* array, const TJSONCreateTextOption& option,
+                    TJSONTextBuilder& builder, bool InArray);
 
 // Visits a container and everything below it, parents first, in member order.
-void WalkContainer(TJSONObjectImpl* AObject, TJSONArrayImpl* AArray, IJSONValueVisitor& AVisitor);
+void WalkContainer(TJSONObjectImpl* object, TJSONArrayImpl* array, IJSONValueVisitor& visitor);
 
 // Frees the children of a value being freed. Near the top of a tree they are released
 // at once, the way any destructor would; below a fixed depth they go to the list of the
@@ -33,7 +33,7 @@ class TJSONBurial {
   ~TJSONBurial();
   TJSONBurial(const TJSONBurial&) = delete;
   TJSONBurial& operator=(const TJSONBurial&) = delete;
-  void Add(ComPtr<IJSONValue>&& AValue);
+  void Add(ComPtr<IJSONValue>&& value);
 
  private:
   std::vector<ComPtr<IJSONValue>> FGrave;

@@ -48,7 +48,7 @@ class TJSONTextBuilder;
 // Receives every value of a tree from WalkValues, parents before their children.
 class IJSONValueVisitor {
  public:
-  virtual void Visit(IJSONValue* AValue) = 0;
+  virtual void Visit(IJSONValue* value) = 0;
 
  protected:
   ~IJSONValueVisitor() = default;
@@ -80,12 +80,12 @@ struct IJSONValue : IUnknown {
   virtual ComPtr<IJSONArray> GetArrayValue() = 0;
   // Plain text of a scalar; empty for objects and arrays.
   virtual std::u16string GetText() = 0;
-  virtual std::u16string ToJSONText(const TJSONCreateTextOption& AOption) = 0;
+  virtual std::u16string ToJSONText(const TJSONCreateTextOption& option) = 0;
   virtual std::u16string ToJSONText() = 0;
   virtual std::u16string ToPackedJSONText() = 0;
-  virtual void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder,
+  virtual void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder,
                              bool InArray) = 0;
-  virtual void WalkValues(IJSONValueVisitor& AVisitor) = 0;
+  virtual void WalkValues(IJSONValueVisitor& visitor) = 0;
   virtual void SortObjectMembers() = 0;
 
  protected:
@@ -145,7 +145,7 @@ struct IJSONArray : IJSONValue {
   virtual std::int32_t Remove(const ComPtr<IJSONValue>& Value) = 0;
   virtual void Delete(std::int32_t Index) = 0;
   virtual ComPtr<IJSONValue> Extract(const ComPtr<IJSONValue>& Value) = 0;
-  virtual void Sort(const TJSONValueComparison& AComparison) = 0;
+  virtual void Sort(const TJSONValueComparison& comparison) = 0;
   virtual ComPtr<IJSONArray> GetArray(std::int32_t Index) = 0;
   virtual bool GetBool(std::int32_t Index) = 0;
   virtual long double GetFloat(std::int32_t Index) = 0;
@@ -207,7 +207,7 @@ struct IJSONNull : IJSONValue {
   ~IJSONNull() = default;
 };
 
-// Calls the function for every value of the tree under AValue, parents first.
-void WalkJSONValues(IJSONValue* AValue, const std::function<void(IJSONValue*)>& AVisit);
+// Calls the function for every value of the tree under value, parents first.
+void WalkJSONValues(IJSONValue* value, const std::function<void(IJSONValue*)>& visit);
 
 }  // namespace qx

@@ -46,10 +46,10 @@ class TJSONValueImpl : public TInterfacedObject<I> {
   ComPtr<IJSONArray> GetArrayValue() override { return this->AsArray(); }
   std::u16string GetText() override { return {}; }
 
-  std::u16string ToJSONText(const TJSONCreateTextOption& AOption) override;
+  std::u16string ToJSONText(const TJSONCreateTextOption& option) override;
   std::u16string ToJSONText() override { return ToJSONText(TJSONCreateTextOption()); }
   std::u16string ToPackedJSONText() override;
-  void WalkValues(IJSONValueVisitor& AVisitor) override;
+  void WalkValues(IJSONValueVisitor& visitor) override;
   void SortObjectMembers() override;
 
  protected:
@@ -110,8 +110,8 @@ class TJSONObjectImpl final : public TJSONValueImpl<IJSONObject> {
 
   bool IsObject() override { return true; }
   ComPtr<IJSONObject> AsObject() override { return ComPtr<IJSONObject>(this); }
-  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
-  void WalkValues(IJSONValueVisitor& AVisitor) override;
+  void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder, bool InArray) override;
+  void WalkValues(IJSONValueVisitor& visitor) override;
 
   std::int32_t GetCount() override { return FNames.Count(); }
   std::u16string GetName(std::int32_t Index) override;
@@ -165,8 +165,8 @@ class TJSONArrayImpl final : public TJSONValueImpl<IJSONArray> {
 
   bool IsArray() override { return true; }
   ComPtr<IJSONArray> AsArray() override { return ComPtr<IJSONArray>(this); }
-  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
-  void WalkValues(IJSONValueVisitor& AVisitor) override;
+  void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder, bool InArray) override;
+  void WalkValues(IJSONValueVisitor& visitor) override;
 
   std::int32_t GetCount() override { return static_cast<std::int32_t>(FList.size()); }
   ComPtr<IJSONValue> GetItem(std::int32_t Index) override { return ComPtr<IJSONValue>(ItemAt(Index)); }
@@ -177,7 +177,7 @@ class TJSONArrayImpl final : public TJSONValueImpl<IJSONArray> {
   std::int32_t Remove(const ComPtr<IJSONValue>& Value) override;
   void Delete(std::int32_t Index) override;
   ComPtr<IJSONValue> Extract(const ComPtr<IJSONValue>& Value) override;
-  void Sort(const TJSONValueComparison& AComparison) override;
+  void Sort(const TJSONValueComparison& comparison) override;
   ComPtr<IJSONArray> GetArray(std::int32_t Index) override;
   bool GetBool(std::int32_t Index) override;
   long double GetFloat(std::int32_t Index) override;
@@ -208,13 +208,13 @@ class TJSONArrayImpl final : public TJSONValueImpl<IJSONArray> {
 
 class TJSONStringImpl final : public TJSONValueImpl<IJSONString> {
  public:
-  explicit TJSONStringImpl(std::u16string AValue = {}) : FValue(std::move(AValue)) {}
+  explicit TJSONStringImpl(std::u16string value = {}) : FValue(std::move(value)) {}
 
   bool IsString() override { return true; }
   ComPtr<IJSONString> AsString() override { return ComPtr<IJSONString>(this); }
   std::u16string GetStringValue() override { return FValue; }
   std::u16string GetText() override { return FValue; }
-  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder, bool InArray) override;
   void SetValue(std::u16string_view Value) override { FValue.assign(Value); }
   std::u16string GetValue() override { return FValue; }
 
@@ -225,15 +225,15 @@ class TJSONStringImpl final : public TJSONValueImpl<IJSONString> {
 class TJSONNumberImpl final : public TJSONValueImpl<IJSONNumber> {
  public:
   TJSONNumberImpl() = default;
-  explicit TJSONNumberImpl(std::int64_t AValue) : FIntValue(AValue) {}
-  explicit TJSONNumberImpl(long double AValue) : FFloatValue(AValue), FIsFloat(true) {}
+  explicit TJSONNumberImpl(std::int64_t value) : FIntValue(value) {}
+  explicit TJSONNumberImpl(long double value) : FFloatValue(value), FIsFloat(true) {}
 
   bool IsNumber() override { return true; }
   ComPtr<IJSONNumber> AsNumber() override { return ComPtr<IJSONNumber>(this); }
   std::int64_t GetIntValue() override;
   long double GetFloatValue() override;
   std::u16string GetText() override;
-  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder, bool InArray) override;
   void SetFloatValue(long double Value) override;
   void SetIntValue(std::int64_t Value) override;
   bool GetIsFloat() override { return FIsFloat; }
@@ -246,13 +246,13 @@ class TJSONNumberImpl final : public TJSONValueImpl<IJSONNumber> {
 
 class TJSONBoolImpl final : public TJSONValueImpl<IJSONBool> {
  public:
-  explicit TJSONBoolImpl(bool AValue = false) : FValue(AValue) {}
+  explicit TJSONBoolImpl(bool value = false) : FValue(value) {}
 
   bool IsBool() override { return true; }
   ComPtr<IJSONBool> AsBool() override { return ComPtr<IJSONBool>(this); }
   bool GetBoolValue() override { return FValue; }
   std::u16string GetText() override { return FValue ? u"true" : u"false"; }
-  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder, bool InArray) override;
   void SetValue(bool Value) override { FValue = Value; }
   bool GetValue() override { return FValue; }
 
@@ -265,20 +265,20 @@ class TJSONNullImpl final : public TJSONValueImpl<IJSONNull> {
   bool IsNull() override { return true; }
   ComPtr<IJSONNull> AsNull() override { return ComPtr<IJSONNull>(this); }
   std::u16string GetText() override { return u"null"; }
-  void BuildJSONText(const TJSONCreateTextOption& AOption, TJSONTextBuilder& ABuilder, bool InArray) override;
+  void BuildJSONText(const TJSONCreateTextOption& option, TJSONTextBuilder& builder, bool InArray) override;
 };
 
 // Shared parts of the templates above, kept out of line.
 namespace json_detail {
-std::u16string ToJSONText(IJSONValue* AValue, const TJSONCreateTextOption& AOption);
-std::u16string ToPackedJSONText(IJSONValue* AValue);
-void VisitScalar(IJSONValue* AValue, IJSONValueVisitor& AVisitor);
-void SortObjectMembers(IJSONValue* AValue);
+std::u16string ToJSONText(IJSONValue* value, const TJSONCreateTextOption& option);
+std::u16string ToPackedJSONText(IJSONValue* value);
+void VisitScalar(IJSONValue* value, IJSONValueVisitor& visitor);
+void SortObjectMembers(IJSONValue* value);
 }  // namespace json_detail
 
 template <class I>
-std::u16string TJSONValueImpl<I>::ToJSONText(const TJSONCreateTextOption& AOption) {
-  return json_detail::ToJSONText(Self(), AOption);
+std::u16string TJSONValueImpl<I>::ToJSONText(const TJSONCreateTextOption& option) {
+  return json_detail::ToJSONText(Self(), option);
 }
 
 template <class I>
@@ -287,8 +287,8 @@ std::u16string TJSONValueImpl<I>::ToPackedJSONText() {
 }
 
 template <class I>
-void TJSONValueImpl<I>::WalkValues(IJSONValueVisitor& AVisitor) {
-  json_detail::VisitScalar(Self(), AVisitor);
+void TJSONValueImpl<I>::WalkValues(IJSONValueVisitor& visitor) {
+  json_detail::VisitScalar(Self(), visitor);
 }
 
 template <class I>
