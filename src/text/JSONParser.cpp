@@ -98,8 +98,7 @@ EJsonParseError::EJsonParseError(std::u16string message, std::int32_t line, std:
 
 // --- TJSONParseContext: reading ---
 
-TJSONParseContext::TJSONParseContext(std::u16string_view data)
-    : FData(data.data()), FDataLen(data.size()) {
+TJSONParseContext::TJSONParseContext(std::u16string_view data) : FData(data.data()), FDataLen(data.size()) {
   FStringBuffer.reserve(kFirstStringBuffer);
 }
 
