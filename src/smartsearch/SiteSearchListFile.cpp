@@ -66,7 +66,8 @@ void LoadSiteSearchListFile(const TString& path, WindowHandle ownerWindow, TSite
     TJSONParser::LoadJSONFromFile(path, TJSONFileEncoding::UTF8, root);
   } catch (const EJsonParseError&) {
     const TString text = u"Failed to load: " + path;
-    Platform().MessageBoxW(reinterpret_cast<HWnd>(ownerWindow), text.c_str(), u"JSON Parse Error", win::MB_OK);
+    Platform().MessageBoxW(reinterpret_cast<HWnd>(ownerWindow), text.c_str(), u"JSON Parse Error",
+                           win::MB_OK);
     return;
   }
   const ComPtr<IJSONArray> entries = root ? root->AsArray() : nullptr;
