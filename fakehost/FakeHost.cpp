@@ -23,6 +23,8 @@ TFakeHost::TFakeHost()
       bookmarks_(MakeCom<TFakeBookmarkManager>()),
       actions_(MakeCom<TFakeActionManager>()),
       uriAction_(MakeCom<TFakeUriAction>()),
+      searchManager_(MakeCom<TFakeSearchManager>()),
+      searchHistory_(MakeCom<TFakeSearchHistoryManager>()),
       model_(std::make_shared<TFakeTabModel>(events_)) {
   model_->SetPageData(pageData_.get());
   dock_ = MakeCom<TFakeTabDock>(model_);
@@ -81,8 +83,8 @@ void TFakeHost::RegisterServices() {
       {"UriAction", AsUnknown(uriAction_)},
       {"FaviconManagerV3", AsUnknown(favicons_)},
       {"HistoryManager", Opaque<IQxIHistoryManager>()},
-      {"SearchManager", Opaque<IQxISearchManager>()},
-      {"SearchHistoryManager", Opaque<IQxISearchHistoryManager>()},
+      {"SearchManager", AsUnknown(searchManager_)},
+      {"SearchHistoryManager", AsUnknown(searchHistory_)},
       {"WindowOrderManager", Opaque<IQxIWindowOrderManager>()},
       // Another service than the bookmark manager, though asked for with its identity.
       {"BasicToolBarManager", AsUnknown(MakeCom<TFakeBookmarkManager>())},

@@ -21,6 +21,7 @@
 #include "fakehost/FakePageDataManager.h"
 #include "fakehost/FakePluginService.h"
 #include "fakehost/FakePropertyService.h"
+#include "fakehost/FakeSearchManager.h"
 #include "fakehost/FakeServiceCore.h"
 #include "fakehost/FakeTabDock.h"
 #include "fakehost/FakeTabManager.h"
@@ -92,6 +93,8 @@ class TFakeHost {
   TFakeActionManager& Actions() { return *actions_.get(); }
   TFakeUriAction& UriAction() { return *uriAction_.get(); }
   TFakeFaviconManager& Favicons() { return *favicons_.get(); }
+  TFakeSearchManager& SearchEngines() { return *searchManager_.get(); }
+  TFakeSearchHistoryManager& SearchHistory() { return *searchHistory_.get(); }
   // The host's windows in the platform's window system, made on request.
   TFakeHostWindows& HostWindows() { return *hostWindows_; }
 
@@ -115,6 +118,8 @@ class TFakeHost {
   ComPtr<TFakeBookmarkManager> bookmarks_;
   ComPtr<TFakeActionManager> actions_;
   ComPtr<TFakeUriAction> uriAction_;
+  ComPtr<TFakeSearchManager> searchManager_;
+  ComPtr<TFakeSearchHistoryManager> searchHistory_;
   std::shared_ptr<TFakeTabModel> model_;
   ComPtr<TFakeTabDock> dock_;
   ComPtr<TFakeTabManager> tabManager_;

@@ -512,8 +512,6 @@ struct IQxIFaviconManagerV3 : IUnknown {
 
 QX_OPAQUE_INTERFACE(IQxIXmlWidgetManager, "D9901ADD-C243-41CF-958F-AB3AE55EE975")
 QX_OPAQUE_INTERFACE(IQxIHistoryManager, "1095A80A-B32B-48EA-B4B4-E52EC01E9DCB")
-QX_OPAQUE_INTERFACE(IQxISearchManager, "9B8C0674-E9EA-4A82-9C2F-57A86E02B9B4")
-QX_OPAQUE_INTERFACE(IQxISearchHistoryManager, "CAD37AA2-9CD4-41DF-850E-40EC514250B4")
 QX_OPAQUE_INTERFACE(IQxIWindowOrderManager, "2571770D-E7B5-4FF2-BF90-0B92673B3495")
 QX_OPAQUE_INTERFACE(IQxIUserAgentManager, "4E24330C-063A-4708-B899-B2F6AB9A4D16")
 QX_OPAQUE_INTERFACE(IQxIXmlWidgetPopup, "20E135E9-9964-407E-BCD2-F52F551C0803")
@@ -524,6 +522,19 @@ QX_OPAQUE_INTERFACE(IQxIMigemoSearchPlugin, "66DC0BF6-4BEF-4A82-98AD-95873C861AB
 QX_OPAQUE_INTERFACE(IHTMLDocument2, "332C4425-26CB-11D0-B483-00C04FD90119")
 
 #undef QX_OPAQUE_INTERFACE
+
+// The search engines: searches for a keyword with the engine of that id. The options
+// dictionary travels untyped, as the host's variant of an object.
+struct IQxISearchManager : IUnknown {
+  static constexpr TGUID IID = MakeGuid("9B8C0674-E9EA-4A82-9C2F-57A86E02B9B4");
+  virtual HResult QX_STDCALL Search(Text engineGuid, Text keyword, IUnknown* options) = 0;  // 1
+};
+
+// The history of the search box.
+struct IQxISearchHistoryManager : IUnknown {
+  static constexpr TGUID IID = MakeGuid("CAD37AA2-9CD4-41DF-850E-40EC514250B4");
+  virtual HResult QX_STDCALL Add(Text keyword) = 0;  // 1
+};
 
 // The platform's browser control: four dispatch slots, then the browser's own; only the
 // document is read.
