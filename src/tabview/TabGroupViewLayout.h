@@ -86,7 +86,7 @@ class TTabGroupViewLayout {
   bool mouseEntered(TPointD point);
   bool mouseExited();
   bool mouseMoved(TPointD point);
-  bool mouseMoved(TSinglePoint point) { return mouseMoved(TPointD(point.X, point.Y)); }
+  bool mouseMoved(TPointF point) { return mouseMoved(TPointD(point.X, point.Y)); }
   double mousePosition(TPointD point) const;
   double slopeAt(TPointD point) const;
   bool isStaticLayout() const;

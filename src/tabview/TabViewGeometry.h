@@ -57,8 +57,4 @@ struct TRectD {
   constexpr bool operator==(const TRectD&) const = default;
 };
 
-// The controls' single-precision types, under the names the layout uses for them.
-using TSinglePoint = TPointF;
-using TSingleRect = TRectF;
-
 }  // namespace qx

@@ -26,12 +26,12 @@ std::int32_t QX_STDCALL TTabViewLayoutAttributesImpl::GetFollowingCount() {
   return count;
 }
 
-TSingleRect QX_STDCALL TTabViewLayoutAttributesImpl::GetClipFrameF() {
-  return TSingleRect{static_cast<float>(ClipFrame.Left), static_cast<float>(ClipFrame.Top),
-                     static_cast<float>(ClipFrame.Right), static_cast<float>(ClipFrame.Bottom)};
+TRectF QX_STDCALL TTabViewLayoutAttributesImpl::GetClipFrameF() {
+  return TRectF{static_cast<float>(ClipFrame.Left), static_cast<float>(ClipFrame.Top),
+                static_cast<float>(ClipFrame.Right), static_cast<float>(ClipFrame.Bottom)};
 }
 
-void QX_STDCALL TTabViewLayoutAttributesImpl::SetClipFrameF(const TSingleRect& value) {
+void QX_STDCALL TTabViewLayoutAttributesImpl::SetClipFrameF(const TRectF& value) {
   ClipFrame = TRectD(TPointD(value.Left, value.Top), TPointD(value.Right, value.Bottom));
 }
 

@@ -17,43 +17,43 @@ struct ITabViewLayoutAttributes : IUnknown {
   static constexpr TGUID IID = MakeGuid("3FEE096C-CC98-4728-9721-5DDD2D62BFAE");
   using Parent = IUnknown;
 
-  virtual bool QX_STDCALL GetActive() = 0;                                       // 1
-  virtual TPointD QX_STDCALL GetCenter() = 0;                                    // 2
-  virtual TRectD QX_STDCALL GetFrame() = 0;                                      // 3
-  virtual bool QX_STDCALL GetHidden() = 0;                                       // 4
-  virtual std::int32_t QX_STDCALL GetIndex() = 0;                                // 5
-  virtual std::int32_t QX_STDCALL GetPrecedingCount() = 0;                       // 6
-  virtual bool QX_STDCALL GetFirstInSection() = 0;                               // 7
-  virtual bool QX_STDCALL GetOverlapsLeft() = 0;                                 // 8
-  virtual ComPtr<ITabViewLayoutAttributes> QX_STDCALL GetNext() = 0;             // 9
-  virtual ComPtr<ITabViewLayoutAttributes> QX_STDCALL GetPrevious() = 0;         // 10
-  virtual double QX_STDCALL GetStraightPosition() = 0;                           // 11
-  virtual std::int32_t QX_STDCALL GetFollowingCount() = 0;                       // 12
-  virtual bool QX_STDCALL GetLastInSection() = 0;                                // 13
-  virtual bool QX_STDCALL GetOverlapsRight() = 0;                                // 14
-  virtual bool QX_STDCALL GetReserved() = 0;                                     // 15
-  virtual bool QX_STDCALL GetInDraggedSection() = 0;                             // 16
-  virtual TRectD QX_STDCALL GetClipFrame() = 0;                                  // 17
-  virtual double QX_STDCALL GetZPosition() = 0;                                  // 18
-  virtual double QX_STDCALL GetInitialStraightPosition() = 0;                    // 19
-  virtual TSingleRect QX_STDCALL GetClipFrameF() = 0;                            // 20
-  virtual void QX_STDCALL SetActive(bool value) = 0;                             // 21
-  virtual void QX_STDCALL SetFrame(const TRectD& value) = 0;                     // 22
-  virtual void QX_STDCALL SetHidden(bool value) = 0;                             // 23
-  virtual void QX_STDCALL SetFirstInSection(bool value) = 0;                     // 24
-  virtual void QX_STDCALL SetOverlapsLeft(bool value) = 0;                       // 25
-  virtual void QX_STDCALL SetNext(ITabViewLayoutAttributes* value) = 0;          // 26
-  virtual void QX_STDCALL SetPrevious(ITabViewLayoutAttributes* value) = 0;      // 27
-  virtual void QX_STDCALL SetStraightPosition(double value) = 0;                 // 28
-  virtual void QX_STDCALL SetLastInSection(bool value) = 0;                      // 29
-  virtual void QX_STDCALL SetOverlapsRight(bool value) = 0;                      // 30
-  virtual void QX_STDCALL SetReserved(bool value) = 0;                           // 31
-  virtual void QX_STDCALL SetInDraggedSection(bool value) = 0;                   // 32
-  virtual void QX_STDCALL SetClipFrame(const TRectD& value) = 0;                 // 33
-  virtual void QX_STDCALL SetZPosition(double value) = 0;                        // 34
-  virtual void QX_STDCALL SetInitialStraightPosition(double value) = 0;          // 35
-  virtual void QX_STDCALL SetClipFrameF(const TSingleRect& value) = 0;           // 36
-  virtual void QX_STDCALL UnChain() = 0;                                         // 37
+  virtual bool QX_STDCALL GetActive() = 0;                                   // 1
+  virtual TPointD QX_STDCALL GetCenter() = 0;                                // 2
+  virtual TRectD QX_STDCALL GetFrame() = 0;                                  // 3
+  virtual bool QX_STDCALL GetHidden() = 0;                                   // 4
+  virtual std::int32_t QX_STDCALL GetIndex() = 0;                            // 5
+  virtual std::int32_t QX_STDCALL GetPrecedingCount() = 0;                   // 6
+  virtual bool QX_STDCALL GetFirstInSection() = 0;                           // 7
+  virtual bool QX_STDCALL GetOverlapsLeft() = 0;                             // 8
+  virtual ComPtr<ITabViewLayoutAttributes> QX_STDCALL GetNext() = 0;         // 9
+  virtual ComPtr<ITabViewLayoutAttributes> QX_STDCALL GetPrevious() = 0;     // 10
+  virtual double QX_STDCALL GetStraightPosition() = 0;                       // 11
+  virtual std::int32_t QX_STDCALL GetFollowingCount() = 0;                   // 12
+  virtual bool QX_STDCALL GetLastInSection() = 0;                            // 13
+  virtual bool QX_STDCALL GetOverlapsRight() = 0;                            // 14
+  virtual bool QX_STDCALL GetReserved() = 0;                                 // 15
+  virtual bool QX_STDCALL GetInDraggedSection() = 0;                         // 16
+  virtual TRectD QX_STDCALL GetClipFrame() = 0;                              // 17
+  virtual double QX_STDCALL GetZPosition() = 0;                              // 18
+  virtual double QX_STDCALL GetInitialStraightPosition() = 0;                // 19
+  virtual TRectF QX_STDCALL GetClipFrameF() = 0;                             // 20
+  virtual void QX_STDCALL SetActive(bool value) = 0;                         // 21
+  virtual void QX_STDCALL SetFrame(const TRectD& value) = 0;                 // 22
+  virtual void QX_STDCALL SetHidden(bool value) = 0;                         // 23
+  virtual void QX_STDCALL SetFirstInSection(bool value) = 0;                 // 24
+  virtual void QX_STDCALL SetOverlapsLeft(bool value) = 0;                   // 25
+  virtual void QX_STDCALL SetNext(ITabViewLayoutAttributes* value) = 0;      // 26
+  virtual void QX_STDCALL SetPrevious(ITabViewLayoutAttributes* value) = 0;  // 27
+  virtual void QX_STDCALL SetStraightPosition(double value) = 0;             // 28
+  virtual void QX_STDCALL SetLastInSection(bool value) = 0;                  // 29
+  virtual void QX_STDCALL SetOverlapsRight(bool value) = 0;                  // 30
+  virtual void QX_STDCALL SetReserved(bool value) = 0;                       // 31
+  virtual void QX_STDCALL SetInDraggedSection(bool value) = 0;               // 32
+  virtual void QX_STDCALL SetClipFrame(const TRectD& value) = 0;             // 33
+  virtual void QX_STDCALL SetZPosition(double value) = 0;                    // 34
+  virtual void QX_STDCALL SetInitialStraightPosition(double value) = 0;      // 35
+  virtual void QX_STDCALL SetClipFrameF(const TRectF& value) = 0;            // 36
+  virtual void QX_STDCALL UnChain() = 0;                                     // 37
 
  protected:
   ~ITabViewLayoutAttributes() = default;
@@ -102,7 +102,7 @@ class TTabViewLayoutAttributesImpl final : public TInterfacedObject<ITabViewLayo
   TRectD QX_STDCALL GetClipFrame() override { return ClipFrame; }
   double QX_STDCALL GetZPosition() override { return ZPosition; }
   double QX_STDCALL GetInitialStraightPosition() override { return InitialStraightPosition; }
-  TSingleRect QX_STDCALL GetClipFrameF() override;
+  TRectF QX_STDCALL GetClipFrameF() override;
   void QX_STDCALL SetActive(bool value) override { Active = value; }
   void QX_STDCALL SetFrame(const TRectD& value) override { Frame = value; }
   void QX_STDCALL SetHidden(bool value) override { Hidden = value; }
@@ -118,7 +118,7 @@ class TTabViewLayoutAttributesImpl final : public TInterfacedObject<ITabViewLayo
   void QX_STDCALL SetClipFrame(const TRectD& value) override { ClipFrame = value; }
   void QX_STDCALL SetZPosition(double value) override { ZPosition = value; }
   void QX_STDCALL SetInitialStraightPosition(double value) override { InitialStraightPosition = value; }
-  void QX_STDCALL SetClipFrameF(const TSingleRect& value) override;
+  void QX_STDCALL SetClipFrameF(const TRectF& value) override;
   void QX_STDCALL UnChain() override;
 };
 

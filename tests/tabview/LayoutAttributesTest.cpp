@@ -55,8 +55,8 @@ TEST(LayoutAttributes, CenterReadsVerticalFromLeft) {
 TEST(LayoutAttributes, ClipFrameCrossesSinglePrecisionBothWays) {
   auto item = MakeCom<TTabViewLayoutAttributesImpl>();
   item->SetClipFrame(TRectD::FromBounds(1.5, 2, 3, 4));
-  EXPECT_EQ(item->GetClipFrameF(), (TSingleRect{1.5f, 2.f, 4.5f, 6.f}));
-  item->SetClipFrameF(TSingleRect{0.1f, 1.f, 2.f, 3.f});
+  EXPECT_EQ(item->GetClipFrameF(), (TRectF{1.5f, 2.f, 4.5f, 6.f}));
+  item->SetClipFrameF(TRectF{0.1f, 1.f, 2.f, 3.f});
   EXPECT_EQ(item->GetClipFrame().Left, static_cast<double>(0.1f));
   EXPECT_EQ(item->GetClipFrame().Bottom, 3.0);
 }

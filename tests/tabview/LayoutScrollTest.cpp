@@ -253,7 +253,7 @@ TEST(LayoutScroll, MouseExitedDropsThePin) {
   RunLayout(layout);
   double x = MiddleX(layout);
   layout.mouseEntered(TPointD(x, 10));
-  while (!layout.pin()) layout.mouseMoved(TSinglePoint{static_cast<float>(x -= 5), 10.f});
+  while (!layout.pin()) layout.mouseMoved(TPointF{static_cast<float>(x -= 5), 10.f});
   layout.scroll(0.0001);
   EXPECT_TRUE(layout.mouseExited());
   EXPECT_FALSE(layout.pin());
