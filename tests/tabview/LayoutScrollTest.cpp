@@ -20,6 +20,17 @@ double MiddleX(TTabGroupViewLayout& layout) {
   return frame.Left + frame.Width() / 2;
 }
 
+// Scrolled to the middle, the pointer walks left from the middle until a pin
+// holds the left curve; answers where the pointer stopped.
+double PinLeftCurve(TTabGroupViewLayout& layout) {
+  layout.scroll(0.5);
+  RunLayout(layout);
+  double x = MiddleX(layout);
+  layout.mouseEntered(TPointD(x, 10));
+  while (!layout.pin()) layout.mouseMoved(TPointD(x -= 5, 10));
+  return x;
+}
+
 TEST(LayoutScroll, MoveOnOneTabDoesNothing) {
   TStrip strip({1}, 800);
   EXPECT_FALSE(strip.layout().move(50));  // no parameters yet
@@ -153,11 +164,7 @@ TEST(LayoutScroll, PointerIntoTheLeftStackPinsTheLeftCurveOnce) {
 TEST(LayoutScroll, PointerBackOverTheStackGivesThePinASlope) {
   TStrip strip({200}, 1000);
   TTabGroupViewLayout& layout = strip.layout();
-  layout.scroll(0.5);
-  RunLayout(layout);
-  double x = MiddleX(layout);
-  layout.mouseEntered(TPointD(x, 10));
-  while (!layout.pin()) layout.mouseMoved(TPointD(x -= 5, 10));
+  double x = PinLeftCurve(layout);
   for (int i = 0; i < 6; ++i) layout.mouseMoved(TPointD(x -= 5, 10));
   const TPointD pinned = layout.pin()->GetPoint();
   // One step back towards the middle: the slope is computed and the curve let go.
@@ -178,11 +185,7 @@ TEST(LayoutScroll, PointerBackOverTheStackGivesThePinASlope) {
 TEST(LayoutScroll, PointerBackInTheStraightStretchDropsThePin) {
   TStrip strip({200}, 1000);
   TTabGroupViewLayout& layout = strip.layout();
-  layout.scroll(0.5);
-  RunLayout(layout);
-  double x = MiddleX(layout);
-  layout.mouseEntered(TPointD(x, 10));
-  while (!layout.pin()) layout.mouseMoved(TPointD(x -= 5, 10));
+  PinLeftCurve(layout);
   layout.mouseMoved(TPointD(MiddleX(layout), 10));
   EXPECT_FALSE(layout.pin());
   EXPECT_FALSE(layout.mouseMoved(TPointD(MiddleX(layout), 10)));
@@ -200,11 +203,7 @@ TEST(LayoutScroll, PointerBackInTheStraightStretchDropsThePin) {
 TEST(LayoutScroll, ScrollWithAPinWaitsForTheStraightStretch) {
   TStrip strip({200}, 1000);
   TTabGroupViewLayout& layout = strip.layout();
-  layout.scroll(0.5);
-  RunLayout(layout);
-  double x = MiddleX(layout);
-  layout.mouseEntered(TPointD(x, 10));
-  while (!layout.pin()) layout.mouseMoved(TPointD(x -= 5, 10));
+  double x = PinLeftCurve(layout);
   const TPointD pinned = layout.pin()->GetPoint();
   const double slope = layout.pin()->GetSlope();
   layout.scroll(0.0001);
@@ -234,26 +233,16 @@ TEST(LayoutScroll, ScrollWithAPinWaitsForTheStraightStretch) {
   EXPECT_FALSE(layout.waitForStraight());
 }
 
-TEST(LayoutScroll, ScrollCarriesThePinIntoTheStretchAndDropsIt) {
-  TStrip strip({200}, 1000);
-  TTabGroupViewLayout& layout = strip.layout();
-  layout.scroll(0.5);
-  RunLayout(layout);
-  double x = MiddleX(layout);
-  layout.mouseEntered(TPointD(x, 10));
-  while (!layout.pin()) layout.mouseMoved(TPointD(x -= 5, 10));
-  layout.scroll(0.5);
-  EXPECT_FALSE(layout.pin());
-}
+TEST(LayoutScroll, ScrollIntoTheStretchOrLeavingDropsThePin) {
+  TStrip carried({200}, 1000);
+  PinLeftCurve(carried.layout());
+  carried.layout().scroll(0.5);
+  EXPECT_FALSE(carried.layout().pin());
 
-TEST(LayoutScroll, MouseExitedDropsThePin) {
-  TStrip strip({200}, 1000);
-  TTabGroupViewLayout& layout = strip.layout();
-  layout.scroll(0.5);
-  RunLayout(layout);
-  double x = MiddleX(layout);
-  layout.mouseEntered(TPointD(x, 10));
-  while (!layout.pin()) layout.mouseMoved(TPointF{static_cast<float>(x -= 5), 10.f});
+  TStrip left({200}, 1000);
+  TTabGroupViewLayout& layout = left.layout();
+  const double x = PinLeftCurve(layout);
+  layout.mouseMoved(TPointF{static_cast<float>(x - 5), 10.f});  // the single-precision overload
   layout.scroll(0.0001);
   EXPECT_TRUE(layout.mouseExited());
   EXPECT_FALSE(layout.pin());

@@ -33,6 +33,15 @@ class ScrollBoxTest : public ::testing::Test {
     return child;
   }
 
+  // A strip of 200 x 100 over content of the given width, animated and tracking touch sideways.
+  static TAniCalculations& Glider(StripBox& box, float width) {
+    Fill(box, width, 100);
+    TAniCalculations& ani = box.AniCalculations();
+    ani.Animation = true;
+    ani.TouchTracking = ttrack::Horizontal;
+    return ani;
+  }
+
   void Tick(int times, int ms = 10) {
     for (int i = 0; i < times; ++i) os_->AdvanceClock(static_cast<std::uint64_t>(ms));
   }
@@ -194,10 +203,7 @@ void Fling(Box& box, TScopedPortableOs& os, int moves, float step) {
 
 TEST_F(ScrollBoxTest, InertiaDecaysToRestWithinBounds) {
   StripBox box;
-  Fill(box, 3000, 100);
-  TAniCalculations& ani = box.AniCalculations();
-  ani.Animation = true;
-  ani.TouchTracking = ttrack::Horizontal;
+  TAniCalculations& ani = Glider(box, 3000);
   ani.BoundsAnimation = false;
   int starts = 0, stops = 0, aniMoves = 0;
   ani.OnStart = [&](TFmxObject*) { ++starts; };
@@ -238,10 +244,7 @@ TEST_F(ScrollBoxTest, InertiaDecaysToRestWithinBounds) {
 
 TEST_F(ScrollBoxTest, SlowReleaseAndRestingFingerDoNotGlide) {
   StripBox box;
-  Fill(box, 3000, 100);
-  TAniCalculations& ani = box.AniCalculations();
-  ani.Animation = true;
-  ani.TouchTracking = ttrack::Horizontal;
+  TAniCalculations& ani = Glider(box, 3000);
   Fling(box, os_, 3, 0.02f);
   EXPECT_FALSE(ani.Inertia());
   EXPECT_FALSE(ani.Moving());
@@ -260,11 +263,8 @@ TEST_F(ScrollBoxTest, SlowReleaseAndRestingFingerDoNotGlide) {
 
 TEST_F(ScrollBoxTest, DragPastTheBoundsPullsAndSpringsBack) {
   StripBox box;
-  Fill(box, 1000, 100);
-  TAniCalculations& ani = box.AniCalculations();
-  ani.Animation = true;
+  TAniCalculations& ani = Glider(box, 1000);
   ani.BoundsAnimation = true;
-  ani.TouchTracking = ttrack::Horizontal;
   // Drag right by 300 at the start: the view would go to -300.
   box.MouseDown(TMouseButton::mbLeft, 0, 10, 50);
   os_->AdvanceClock(10);
@@ -282,10 +282,7 @@ TEST_F(ScrollBoxTest, DragPastTheBoundsPullsAndSpringsBack) {
 
 TEST_F(ScrollBoxTest, GlideEndsOnTheNearestRestingTarget) {
   StripBox box;
-  Fill(box, 3000, 100);
-  TAniCalculations& ani = box.AniCalculations();
-  ani.Animation = true;
-  ani.TouchTracking = ttrack::Horizontal;
+  TAniCalculations& ani = Glider(box, 3000);
   std::vector<TAniTarget> targets = ani.GetTargets();
   targets.push_back({TAniTargetType::Other, {500, 0}});
   targets.push_back({TAniTargetType::Other, {1500, 0}});

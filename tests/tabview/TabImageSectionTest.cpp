@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -16,6 +17,13 @@ std::vector<std::unique_ptr<TTabImage>> MakeTabs(int count) {
     tabs.back()->SetTabGuid(u"{G" + std::u16string(1, static_cast<char16_t>(u'A' + i)) + u"}");
   }
   return tabs;
+}
+
+// A new section at the end of the list, holding the given tabs in order.
+TTabImageSection* AddSectionWith(TTabImageSectionList& list, std::initializer_list<TTabImage*> tabs) {
+  TTabImageSection* section = list.AddSection(-1);
+  for (TTabImage* tab : tabs) section->Add(tab);
+  return section;
 }
 
 TEST(TabImage, HasTheFixedSize) {
@@ -92,12 +100,8 @@ TEST(TabImageSection, BadIndexesAreClearErrors) {
 TEST(TabImageSectionList, ReIndexBuildsFlatIndexAndMap) {
   auto tabs = MakeTabs(5);
   TTabImageSectionList list;
-  TTabImageSection* first = list.AddSection(-1);
-  TTabImageSection* second = list.AddSection(-1);
-  first->Add(tabs[0].get());
-  first->Add(tabs[1].get());
-  second->Add(tabs[2].get());
-  second->Add(tabs[3].get());
+  TTabImageSection* first = AddSectionWith(list, {tabs[0].get(), tabs[1].get()});
+  TTabImageSection* second = AddSectionWith(list, {tabs[2].get(), tabs[3].get()});
   TTabImageSection* front = list.AddSection(0);
   front->Add(tabs[4].get());
   EXPECT_EQ(second->Owner(), &list);
@@ -168,16 +172,12 @@ TEST(TabImageSectionList, SectionUpdateKeepsTheStripIndexes) {
   EXPECT_EQ(list.TabImages(3), tabs[3].get());
 }
 
-TEST(TabImageSectionList, DefaultSectionIsMadeOnce) {
+TEST(TabImageSectionList, SwapInTheOnceMadeDefaultSectionExchanges) {
+  auto tabs = MakeTabs(3);
   TTabImageSectionList list;
   TTabImageSection* section = list.DefaultSection();
   EXPECT_EQ(list.DefaultSection(), section);
   EXPECT_EQ(list.Count(), 1);
-}
-
-TEST(TabImageSectionList, SwapInOneSectionExchanges) {
-  auto tabs = MakeTabs(3);
-  TTabImageSectionList list;
   for (auto& tab : tabs) list.AddTab(tab.get());
   list.Swap(tabs[0].get(), tabs[2].get());
   EXPECT_EQ(list.TabImages(0), tabs[2].get());
@@ -189,12 +189,8 @@ TEST(TabImageSectionList, SwapInOneSectionExchanges) {
 TEST(TabImageSectionList, SwapAcrossSectionsWritesIntoTheFirstTabsSection) {
   auto tabs = MakeTabs(4);
   TTabImageSectionList list;
-  TTabImageSection* a = list.AddSection(-1);
-  TTabImageSection* b = list.AddSection(-1);
-  a->Add(tabs[0].get());  // A0
-  a->Add(tabs[1].get());  // A1
-  b->Add(tabs[2].get());  // B0
-  b->Add(tabs[3].get());  // B1
+  TTabImageSection* a = AddSectionWith(list, {tabs[0].get(), tabs[1].get()});  // A0 A1
+  TTabImageSection* b = AddSectionWith(list, {tabs[2].get(), tabs[3].get()});  // B0 B1
   // tabA = A0 (index 0), tabB = B1 (index 1): both land in section a.
   list.Swap(tabs[0].get(), tabs[3].get());
   EXPECT_EQ(a->TabImages(0), tabs[3].get());
@@ -217,9 +213,7 @@ TEST(TabImageSectionList, SwapNeedsSectionsAndIndexes) {
   list.Swap(nullptr, tabs[0].get());
   EXPECT_EQ(list.TabImages(0), tabs[0].get());
   // An index beyond the first tab's section changes nothing.
-  TTabImageSection* other = list.AddSection(-1);
-  other->Add(tabs[1].get());
-  other->Add(tabs[2].get());
+  TTabImageSection* other = AddSectionWith(list, {tabs[1].get(), tabs[2].get()});
   list.Swap(tabs[0].get(), tabs[2].get());
   EXPECT_EQ(list.TabImages(0), tabs[0].get());
   EXPECT_EQ(other->TabImages(1), tabs[2].get());
@@ -228,11 +222,8 @@ TEST(TabImageSectionList, SwapNeedsSectionsAndIndexes) {
 TEST(TabImageSectionList, RemovingASectionFreesItAndReleasesItsTabs) {
   auto tabs = MakeTabs(3);
   TTabImageSectionList list;
-  TTabImageSection* a = list.AddSection(-1);
-  TTabImageSection* b = list.AddSection(-1);
-  a->Add(tabs[0].get());
-  b->Add(tabs[1].get());
-  b->Add(tabs[2].get());
+  TTabImageSection* a = AddSectionWith(list, {tabs[0].get()});
+  AddSectionWith(list, {tabs[1].get(), tabs[2].get()});
   list.RemoveSection(a);
   EXPECT_EQ(tabs[0]->Section(), nullptr);
   EXPECT_EQ(list.Count(), 1);

@@ -5,15 +5,12 @@
 
 #include "base/Text.h"
 #include "text/JSONLibrary.h"
+#include "text/ParseJSON.h"
 
 namespace qx {
 namespace {
 
-ComPtr<IJSONValue> Parse(std::u16string_view text) {
-  ComPtr<IJSONValue> value;
-  TJSONParser::ParseJSONText(text, value);
-  return value;
-}
+using test::Parse;
 
 // The message of the parse error the text raises, or "no error".
 std::string ErrorOf(std::u16string_view text) {
@@ -25,6 +22,14 @@ std::string ErrorOf(std::u16string_view text) {
   return "no error";
 }
 
+// The messages that several broken texts share.
+const std::string kValue = "Expecting value(false/null/true/object/array/number/string).";
+const std::string kValueOrEndArray =
+    "Expecting value(false/null/true/object/array/number/string) or end-array(\"]\").";
+const std::string kSepOrEndArray = "Expecting value-sep(\",\") or end-array(\"]\").";
+const std::string kMemberValue = "Expecting value(false / null / true / object / array / number / string).";
+const std::string kTrailing = "Parse Error. There is an unnecessary charactor after JSON text.";
+
 std::u16string Packed(std::u16string_view text) { return Parse(text)->ToPackedJSONText(); }
 
 TEST(JSONParserErrors, RootMustBeObjectOrArray) {
@@ -32,19 +37,14 @@ TEST(JSONParserErrors, RootMustBeObjectOrArray) {
   EXPECT_EQ(ErrorOf(u"123"), "Error at line 0 column 0: Parse Error. Cannot parse text.");
   EXPECT_EQ(ErrorOf(u"  \"text\""), "Error at line 0 column 0: Parse Error. Cannot parse text.");
   EXPECT_EQ(ErrorOf(u"true"), "Error at line 0 column 0: Parse Error. Cannot parse text.");
-  EXPECT_EQ(ErrorOf(u"{} x"),
-            "Error at line 1 column 3: Parse Error. There is an unnecessary charactor after JSON text.");
-  EXPECT_EQ(ErrorOf(u"[]]"),
-            "Error at line 1 column 2: Parse Error. There is an unnecessary charactor after JSON text.");
-  EXPECT_EQ(ErrorOf(std::u16string(u"[]\0", 3)),
-            "Error at line 1 column 2: Parse Error. There is an unnecessary charactor after JSON text.");
+  EXPECT_EQ(ErrorOf(u"{} x"), "Error at line 1 column 3: " + kTrailing);
+  EXPECT_EQ(ErrorOf(u"[]]"), "Error at line 1 column 2: " + kTrailing);
+  EXPECT_EQ(ErrorOf(std::u16string(u"[]\0", 3)), "Error at line 1 column 2: " + kTrailing);
 }
 
 TEST(JSONParserErrors, ObjectTexts) {
   EXPECT_EQ(ErrorOf(u"{\"a\" 1}"), "Error at line 1 column 6: Expecting name-separator(\":\").");
-  EXPECT_EQ(
-      ErrorOf(u"{\"a\":}"),
-      "Error at line 1 column 5: Expecting value(false / null / true / object / array / number / string).");
+  EXPECT_EQ(ErrorOf(u"{\"a\":}"), "Error at line 1 column 5: " + kMemberValue);
   EXPECT_EQ(ErrorOf(u"{\"a\":1,}"), "Error at line 1 column 7: Expecting field name(string).");
   EXPECT_EQ(ErrorOf(u"{1}"), "Error at line 1 column 2: Expecting field name(string) or end-object(\"}\").");
   EXPECT_EQ(ErrorOf(u"{"), "Error at line 1 column 1: Expecting field name(string) or end-object(\"}\").");
@@ -55,18 +55,11 @@ TEST(JSONParserErrors, ObjectTexts) {
 }
 
 TEST(JSONParserErrors, ArrayTexts) {
-  EXPECT_EQ(ErrorOf(u"[1,]"),
-            "Error at line 1 column 3: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[:]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
-            "end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[1 2]"), "Error at line 1 column 4: Expecting value-sep(\",\") or end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[nul]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
-            "end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[True]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
-            "end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[1,]"), "Error at line 1 column 3: " + kValue);
+  EXPECT_EQ(ErrorOf(u"[:]"), "Error at line 1 column 2: " + kValueOrEndArray);
+  EXPECT_EQ(ErrorOf(u"[1 2]"), "Error at line 1 column 4: " + kSepOrEndArray);
+  EXPECT_EQ(ErrorOf(u"[nul]"), "Error at line 1 column 2: " + kValueOrEndArray);
+  EXPECT_EQ(ErrorOf(u"[True]"), "Error at line 1 column 2: " + kValueOrEndArray);
 }
 
 TEST(JSONParserErrors, NumberTexts) {
@@ -82,7 +75,7 @@ TEST(JSONParserErrors, NumberTexts) {
   // The exponent letter is put together in lower case.
   EXPECT_EQ(ErrorOf(u"[1.5E99999]"), "Error at line 1 column 10: Cannot convert \"1.5e99999\" to number.");
   // A leading zero is the whole integer part: 012 is 0 followed by stray text.
-  EXPECT_EQ(ErrorOf(u"[012]"), "Error at line 1 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[012]"), "Error at line 1 column 3: " + kSepOrEndArray);
 }
 
 TEST(JSONParserErrors, StringTexts) {
@@ -94,11 +87,8 @@ TEST(JSONParserErrors, StringTexts) {
   EXPECT_EQ(ErrorOf(std::u16string(u"[\"a\0b\"]", 7)),
             "Error at line 1 column 4: End quotation mark not found");
   // A bad unicode escape is no string at all: the array sees no value.
-  EXPECT_EQ(ErrorOf(u"[\"\\u12G4\"]"),
-            "Error at line 1 column 2: Expecting value(false/null/true/object/array/number/string) or "
-            "end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[1, \"\\u12\"]"),
-            "Error at line 1 column 4: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(ErrorOf(u"[\"\\u12G4\"]"), "Error at line 1 column 2: " + kValueOrEndArray);
+  EXPECT_EQ(ErrorOf(u"[1, \"\\u12\"]"), "Error at line 1 column 4: " + kValue);
 }
 
 TEST(JSONParserErrors, CarryLineAndColumn) {
@@ -115,8 +105,7 @@ TEST(JSONParserErrors, CarryLineAndColumn) {
   std::u16string message;
   ComPtr<IJSONValue> value = TJSONNullFactory::CreateValue();
   EXPECT_FALSE(TJSONParser::ParseJSONText(u"[1,", message, value));
-  EXPECT_EQ(message,
-            u"Error at line 1 column 3: Expecting value(false/null/true/object/array/number/string).");
+  EXPECT_EQ(ToUtf8(message), "Error at line 1 column 3: " + kValue);
   EXPECT_FALSE(value);
   EXPECT_TRUE(TJSONParser::ParseJSONText(u"[1]", message, value));
   EXPECT_TRUE(message.empty());
@@ -126,14 +115,10 @@ TEST(JSONParserErrors, CarryLineAndColumn) {
 
 TEST(JSONParserLines, LfCrAndCrLfEachEndOneLine) {
   // The line count moves with the character after the line end.
-  EXPECT_EQ(ErrorOf(u"[\r\n1,\r\n]"),
-            "Error at line 2 column 4: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[\n1,\n]"),
-            "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[\r1,\r]"),
-            "Error at line 2 column 3: Expecting value(false/null/true/object/array/number/string).");
-  EXPECT_EQ(ErrorOf(u"[\r\n\r\n\n\r1 x]"),
-            "Error at line 5 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[\r\n1,\r\n]"), "Error at line 2 column 4: " + kValue);
+  EXPECT_EQ(ErrorOf(u"[\n1,\n]"), "Error at line 2 column 3: " + kValue);
+  EXPECT_EQ(ErrorOf(u"[\r1,\r]"), "Error at line 2 column 3: " + kValue);
+  EXPECT_EQ(ErrorOf(u"[\r\n\r\n\n\r1 x]"), "Error at line 5 column 3: " + kSepOrEndArray);
 }
 
 TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
@@ -142,8 +127,7 @@ TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
             "Error at line 2 column 3: Invalid charactor for JSON string: #01");
   EXPECT_EQ(ErrorOf(u"[\"a\\\rbc\x01\"]"),
             "Error at line 2 column 3: Invalid charactor for JSON string: #01");
-  EXPECT_EQ(ErrorOf(u"[\"a\\\nb\" x]"),
-            "Error at line 2 column 4: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[\"a\\\nb\" x]"), "Error at line 2 column 4: " + kSepOrEndArray);
   // CR LF is one line end: the LF after an escaped CR is still on the first line.
   EXPECT_EQ(ErrorOf(u"[\"a\\\r\nb\"]"), "Error at line 1 column 6: Invalid charactor for JSON string: #0A");
 }
@@ -151,12 +135,9 @@ TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
 TEST(JSONParserLines, KeywordsDoNotTouchThePreviousCharacter) {
   // "null" after a line end is matched in place, so the line only moves on the next
   // character read, and the column starts over there.
-  EXPECT_EQ(ErrorOf(u"[\nnull x]"),
-            "Error at line 2 column 2: Expecting value-sep(\",\") or end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[1,\ntrue x]"),
-            "Error at line 2 column 2: Expecting value-sep(\",\") or end-array(\"]\").");
-  EXPECT_EQ(ErrorOf(u"[1,\n2 x]"),
-            "Error at line 2 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(u"[\nnull x]"), "Error at line 2 column 2: " + kSepOrEndArray);
+  EXPECT_EQ(ErrorOf(u"[1,\ntrue x]"), "Error at line 2 column 2: " + kSepOrEndArray);
+  EXPECT_EQ(ErrorOf(u"[1,\n2 x]"), "Error at line 2 column 3: " + kSepOrEndArray);
 }
 
 TEST(JSONParserValues, ContainersAndKeywords) {
@@ -321,14 +302,10 @@ TEST(JSONParserHostile, DeepNestingParsesWithoutRecursion) {
 
 TEST(JSONParserHostile, UnclosedDeepNestingIsAnError) {
   const std::u16string text(100000, u'[');
-  EXPECT_EQ(ErrorOf(text),
-            "Error at line 1 column 100000: Expecting value(false/null/true/object/array/number/string) or "
-            "end-array(\"]\").");
+  EXPECT_EQ(ErrorOf(text), "Error at line 1 column 100000: " + kValueOrEndArray);
   std::u16string objects;
   for (int i = 0; i < 50000; ++i) objects += u"{\"a\":";
-  EXPECT_EQ(ErrorOf(objects),
-            "Error at line 1 column 250000: Expecting value(false / null / true / object / array / number / "
-            "string).");
+  EXPECT_EQ(ErrorOf(objects), "Error at line 1 column 250000: " + kMemberValue);
 }
 
 TEST(JSONParserHostile, LargeString) {

@@ -5,15 +5,12 @@
 
 #include "base/Text.h"
 #include "text/JSONLibrary.h"
+#include "text/ParseJSON.h"
 
 namespace qx {
 namespace {
 
-ComPtr<IJSONValue> Parse(std::u16string_view text) {
-  ComPtr<IJSONValue> value;
-  TJSONParser::ParseJSONText(text, value);
-  return value;
-}
+using test::Parse;
 
 TEST(JSONValueModel, TypeTestsAndGenericReads) {
   const ComPtr<IJSONArray> a = Parse(u"[true, null, {}, [], 7, \"s\", 2.5]")->AsArray();

@@ -4,15 +4,12 @@
 
 #include "text/JSONLibrary.h"
 #include "text/JSONValueImpl.h"
+#include "text/ParseJSON.h"
 
 namespace qx {
 namespace {
 
-ComPtr<IJSONValue> Parse(std::u16string_view text) {
-  ComPtr<IJSONValue> value;
-  TJSONParser::ParseJSONText(text, value);
-  return value;
-}
+using test::Parse;
 
 std::u16string Write(std::u16string_view text, const TJSONCreateTextOption& option) {
   return Parse(text)->ToJSONText(option);

@@ -13,6 +13,16 @@ namespace {
 
 class ToolkitAnimation : public test::ToolkitTest {};
 
+// A float animation owned by the target, running from the property's start value.
+TFloatAnimation* Animate(TFmxObject& target, const char* property, float stop, float duration) {
+  auto* ani = new TFloatAnimation(&target);
+  target.AddObject(ani);
+  ani->PropertyName = property;
+  ani->StopValue = stop;
+  ani->Duration = duration;
+  return ani;
+}
+
 // A control publishing a float of its own, the way module controls do.
 class TTabLike : public TLayout {
  public:
@@ -23,8 +33,9 @@ class TTabLike : public TLayout {
   static const TPropertyTable& ClassProperties() {
     static const TPropertyTable table = [] {
       TPropertyTable t(&TLayout::ClassProperties());
-      t.Float("TabImageLeft", {[](TFmxObject* o) { return static_cast<TTabLike*>(o)->TabImageLeft(); },
-                               [](TFmxObject* o, float v) { static_cast<TTabLike*>(o)->SetTabImageLeft(v); }});
+      t.Float("TabImageLeft",
+              {[](TFmxObject* o) { return static_cast<TTabLike*>(o)->TabImageLeft(); },
+               [](TFmxObject* o, float v) { static_cast<TTabLike*>(o)->SetTabImageLeft(v); }});
       return t;
     }();
     return table;
@@ -43,7 +54,8 @@ TEST(ToolkitInterpolation, EndpointsAndMidpoints) {
       }
       // Out mirrors In.
       if (type == TAnimationType::Out) {
-        EXPECT_NEAR(InterpolateValue(0.3, it, type), 1 - InterpolateValue(0.7, it, TAnimationType::In), 1e-9) << i;
+        EXPECT_NEAR(InterpolateValue(0.3, it, type), 1 - InterpolateValue(0.7, it, TAnimationType::In), 1e-9)
+            << i;
       }
     }
   EXPECT_DOUBLE_EQ(InterpolateValue(0.5, TInterpolationType::Linear, TAnimationType::In), 0.5);
@@ -52,22 +64,20 @@ TEST(ToolkitInterpolation, EndpointsAndMidpoints) {
   EXPECT_DOUBLE_EQ(InterpolateValue(0.5, TInterpolationType::Quartic, TAnimationType::In), 0.0625);
   EXPECT_DOUBLE_EQ(InterpolateValue(0.5, TInterpolationType::Quintic, TAnimationType::In), 0.03125);
   EXPECT_DOUBLE_EQ(InterpolateValue(0.5, TInterpolationType::Quintic, TAnimationType::Out), 1 - 0.03125);
-  EXPECT_NEAR(InterpolateValue(0.5, TInterpolationType::Sinusoidal, TAnimationType::In), 1 - std::sqrt(0.5), 1e-9);
+  EXPECT_NEAR(InterpolateValue(0.5, TInterpolationType::Sinusoidal, TAnimationType::In), 1 - std::sqrt(0.5),
+              1e-9);
   EXPECT_NEAR(InterpolateValue(0.5, TInterpolationType::Exponential, TAnimationType::In), 1.0 / 32, 1e-9);
-  EXPECT_NEAR(InterpolateValue(0.5, TInterpolationType::Circular, TAnimationType::In), 1 - std::sqrt(0.75), 1e-9);
-  EXPECT_LT(InterpolateValue(0.2, TInterpolationType::Back, TAnimationType::In), 0);  // pulls back first
+  EXPECT_NEAR(InterpolateValue(0.5, TInterpolationType::Circular, TAnimationType::In), 1 - std::sqrt(0.75),
+              1e-9);
+  EXPECT_LT(InterpolateValue(0.2, TInterpolationType::Back, TAnimationType::In), 0);      // pulls back first
   EXPECT_GT(InterpolateValue(0.8, TInterpolationType::Elastic, TAnimationType::Out), 1);  // overshoots
   EXPECT_NEAR(InterpolateValue(0.5, TInterpolationType::Bounce, TAnimationType::Out), 0.765625, 1e-9);
 }
 
 TEST_F(ToolkitAnimation, HalfDurationGivesTheInterpolatedValue) {
   TLayout target;
-  auto* ani = new TFloatAnimation(&target);
-  target.AddObject(ani);
-  ani->PropertyName = "Position.X";
+  auto* ani = Animate(target, "Position.X", 200, 0.2f);
   ani->StartValue = 100;
-  ani->StopValue = 200;
-  ani->Duration = 0.2f;
   ani->Interpolation = TInterpolationType::Quadratic;
   ani->AnimationType = TAnimationType::Out;
   int finished = 0, processed = 0;
@@ -93,12 +103,8 @@ TEST_F(ToolkitAnimation, EveryTenMillisecondTickReachesEveryRunningAnimation) {
   for (int i = 0; i < 50; ++i) {
     auto* tab = new TTabLike(&root);
     root.AddObject(tab);
-    auto* ani = new TFloatAnimation(tab);
-    tab->AddObject(ani);
-    ani->PropertyName = i % 2 ? "TabImageLeft" : "Opacity";
+    auto* ani = Animate(*tab, i % 2 ? "TabImageLeft" : "Opacity", 1, 1);
     ani->StartValue = 0;
-    ani->StopValue = 1;
-    ani->Duration = 1;
     ani->OnProcess = [&ticks, i](TFmxObject*) { ++ticks[static_cast<std::size_t>(i)]; };
     ani->Start();
     tabs.push_back(tab);
@@ -114,12 +120,8 @@ TEST_F(ToolkitAnimation, EveryTenMillisecondTickReachesEveryRunningAnimation) {
 TEST_F(ToolkitAnimation, StartFromCurrentDelayAndStopAtCurrent) {
   TLayout target;
   target.SetOpacity(0.4f);
-  auto* ani = new TFloatAnimation(&target);
-  target.AddObject(ani);
-  ani->PropertyName = "opacity";  // names are matched without case
+  auto* ani = Animate(target, "opacity", 0, 0.4f);  // names are matched without case
   ani->StartFromCurrent = true;
-  ani->StopValue = 0;
-  ani->Duration = 0.4f;
   ani->Delay = 0.1f;
   ani->Start();
   TAnimation::AniThread()->SetInterval(10);
@@ -139,11 +141,7 @@ TEST_F(ToolkitAnimation, StartFromCurrentDelayAndStopAtCurrent) {
 
 TEST_F(ToolkitAnimation, StopJumpsToTheEndAndZeroDurationIsImmediate) {
   TLayout target;
-  auto* ani = new TFloatAnimation(&target);
-  target.AddObject(ani);
-  ani->PropertyName = "Position.Y";
-  ani->StopValue = 30;
-  ani->Duration = 1;
+  auto* ani = Animate(target, "Position.Y", 30, 1);
   ani->Start();
   ani->Stop();
   EXPECT_FLOAT_EQ(target.Position().Y(), 30);
@@ -159,20 +157,14 @@ TEST_F(ToolkitAnimation, StopJumpsToTheEndAndZeroDurationIsImmediate) {
 
 TEST_F(ToolkitAnimation, UnknownPropertyRaises) {
   TLayout target;
-  auto* ani = new TFloatAnimation(&target);
-  target.AddObject(ani);
-  ani->PropertyName = "NoSuchThing";
+  auto* ani = Animate(target, "NoSuchThing", 1, 1);
   EXPECT_THROW(ani->Start(), EPropertyError);
   EXPECT_FALSE(ani->Running());
 }
 
 TEST_F(ToolkitAnimation, DestroyedControlStopsItsAnimationAndTellsWatchers) {
   auto* target = new TLayout();
-  auto* ani = new TFloatAnimation(target);
-  target->AddObject(ani);
-  ani->PropertyName = "Position.X";
-  ani->StopValue = 100;
-  ani->Duration = 1;
+  auto* ani = Animate(*target, "Position.X", 100, 1);
   ani->Start();
   struct W : IFreeNotification {
     int told = 0;
@@ -196,15 +188,8 @@ TEST_F(ToolkitAnimation, HandlerFreeingTheControlDuringATick) {
   root.AddObject(a);
   auto* b = new TLayout(&root);
   root.AddObject(b);
-  auto* aniA = new TFloatAnimation(a);
-  a->AddObject(aniA);
-  auto* aniB = new TFloatAnimation(b);
-  b->AddObject(aniB);
-  for (TFloatAnimation* ani : {aniA, aniB}) {
-    ani->PropertyName = "Opacity";
-    ani->StopValue = 0;
-    ani->Duration = 0.05f;
-  }
+  auto* aniA = Animate(*a, "Opacity", 0, 0.05f);
+  auto* aniB = Animate(*b, "Opacity", 0, 0.05f);
   aniB->OnFinish = [&](TFmxObject*) { delete a; };
   aniA->Start();
   aniB->Start();
@@ -233,7 +218,8 @@ TEST_F(ToolkitAnimation, BitmapAnimationsCrossFadeAndPlayFrames) {
   auto* frames = new TBitmapListAnimation(&image);
   image.AddObject(frames);
   frames->AnimationBitmap().SetSize(8, 2);  // four frames of 2 by 2
-  const TAlphaColor colours[] = {TAlphaColors::Red, TAlphaColors::Lime, TAlphaColors::Blue, TAlphaColors::White};
+  const TAlphaColor colours[] = {TAlphaColors::Red, TAlphaColors::Lime, TAlphaColors::Blue,
+                                 TAlphaColors::White};
   TCanvas& c = frames->AnimationBitmap().Canvas();
   for (int i = 0; i < 4; ++i) c.FillRect(TRectF::FromSize(static_cast<float>(2 * i), 0, 2, 2), colours[i], 1);
   frames->AnimationCount = 4;
@@ -321,11 +307,7 @@ TEST_F(ToolkitAnimation, HostThreadTakesTheClassWideSlot) {
   TCaretCountingThread* raw = thread.get();
   TReplaceThread::Install(std::move(thread));
   TLayout target;
-  auto* ani = new TFloatAnimation(&target);
-  target.AddObject(ani);
-  ani->PropertyName = "Opacity";
-  ani->StopValue = 1;
-  ani->Duration = 1;
+  auto* ani = Animate(target, "Opacity", 1, 1);
   ani->Start();
   ASSERT_EQ(raw->list.size(), 1u);
   ani->ProcessTick(0.5, 0.5);

@@ -10,6 +10,23 @@ namespace {
 
 class ToolkitScene : public test::ToolkitTest {};
 
+// A new child of the parent at x, y with the given size.
+template <class T>
+T* Place(TFmxObject& parent, float x, float y, float width, float height) {
+  auto* child = new T(&parent);
+  child->SetBounds(x, y, width, height);
+  parent.AddObject(child);
+  return child;
+}
+
+// A new image filling the parent's top left corner, showing one colour.
+TImage* Solid(TFmxObject& parent, int width, int height, TAlphaColor color) {
+  auto* image = Place<TImage>(parent, 0, 0, static_cast<float>(width), static_cast<float>(height));
+  image->Bitmap().SetSize(width, height);
+  image->Bitmap().Clear(color);
+  return image;
+}
+
 struct Watcher : IFreeNotification {
   std::vector<TFmxObject*> Told;
   void FreeNotification(TFmxObject* object) override { Told.push_back(object); }
@@ -85,10 +102,8 @@ TEST_F(ToolkitScene, AlignmentPlacesChildren) {
 TEST_F(ToolkitScene, HorzCenterCentersAndStretchesHeight) {
   TLayout root;
   root.SetBounds(0, 0, 100, 50);
-  auto* c = new TLayout(&root);
-  c->SetBounds(0, 0, 40, 10);
+  auto* c = Place<TLayout>(root, 0, 0, 40, 10);
   c->Margins().Set({0, 5, 0, 5});
-  root.AddObject(c);
   c->SetAlign(TAlignLayout::HorzCenter);
   EXPECT_EQ(c->BoundsRect(), TRectF(30, 5, 70, 45));
 }
@@ -109,15 +124,9 @@ TEST_F(ToolkitScene, BeginUpdateDefersRealign) {
 TEST_F(ToolkitScene, HitTestFindsTopmostHitTestableControl) {
   TForm form;
   form.SetBounds(0, 0, 200, 100);
-  auto* layout = new TLayout(&form);  // a layout does not hit-test itself
-  layout->SetBounds(10, 10, 100, 50);
-  form.AddObject(layout);
-  auto* under = new TImage(&form);
-  under->SetBounds(0, 0, 50, 50);
-  layout->AddObject(under);
-  auto* over = new TImage(&form);
-  over->SetBounds(20, 0, 50, 50);
-  layout->AddObject(over);
+  auto* layout = Place<TLayout>(form, 10, 10, 100, 50);  // a layout does not hit-test itself
+  auto* under = Place<TImage>(*layout, 0, 0, 50, 50);
+  auto* over = Place<TImage>(*layout, 20, 0, 50, 50);
   EXPECT_EQ(form.ObjectAtPoint({15, 15}), under);
   EXPECT_EQ(form.ObjectAtPoint({35, 15}), over);
   EXPECT_EQ(form.ObjectAtPoint({105, 15}), nullptr);  // inside the layout only
@@ -147,16 +156,8 @@ TEST_F(ToolkitScene, OpacityMultipliesDownTheTree) {
 TEST_F(ToolkitScene, ZOrderDecidesPaintOrder) {
   TForm form;
   form.SetBounds(0, 0, 4, 4);
-  auto* red = new TImage(&form);
-  red->Bitmap().SetSize(4, 4);
-  red->Bitmap().Clear(TAlphaColors::Red);
-  red->SetBounds(0, 0, 4, 4);
-  auto* blue = new TImage(&form);
-  blue->Bitmap().SetSize(4, 4);
-  blue->Bitmap().Clear(TAlphaColors::Blue);
-  blue->SetBounds(0, 0, 4, 4);
-  form.AddObject(red);
-  form.AddObject(blue);
+  auto* red = Solid(form, 4, 4, TAlphaColors::Red);
+  auto* blue = Solid(form, 4, 4, TAlphaColors::Blue);
   EXPECT_EQ(form.RenderToBitmap().PixelColor(1, 1), TAlphaColors::Blue);
   red->BringToFront();
   EXPECT_EQ(form.RenderToBitmap().PixelColor(1, 1), TAlphaColors::Red);
@@ -168,8 +169,7 @@ TEST_F(ToolkitScene, ZOrderDecidesPaintOrder) {
 TEST_F(ToolkitScene, RepaintMarksTheFormDirty) {
   TForm form;
   form.SetBounds(0, 0, 100, 100);
-  auto* c = new TLayout(&form);
-  form.AddObject(c);
+  auto* c = Place<TLayout>(form, 0, 0, 0, 0);
   form.RenderToBitmap();
   EXPECT_FALSE(form.NeedsRepaint());
   c->SetBounds(10, 10, 5, 5);
@@ -183,11 +183,8 @@ TEST_F(ToolkitScene, WrapModes) {
   TForm form;
   form.SetBounds(0, 0, 8, 4);
   form.Fill.Color = TAlphaColors::White;
-  auto* img = new TImage(&form);
-  img->Bitmap().SetSize(2, 2);
-  img->Bitmap().Clear(TAlphaColors::Black);
+  auto* img = Solid(form, 2, 2, TAlphaColors::Black);
   img->SetBounds(0, 0, 8, 4);
-  form.AddObject(img);
   img->SetWrapMode(TImageWrapMode::Original);
   TBitmap& out = form.RenderToBitmap();
   EXPECT_EQ(out.PixelColor(1, 1), TAlphaColors::Black);
