@@ -11,18 +11,14 @@ using namespace win;
 
 using TimerTest = PlatformTest;
 
-struct TTick {
-  HWnd hwnd;
-  WParam id;
-  std::uint32_t time;
-};
-
-std::vector<TTick> Ticks() {
-  std::vector<TTick> out;
+// The timer id of each tick, in the order they came.
+std::vector<WParam> TickIds(HWnd hwnd) {
+  std::vector<WParam> ids;
   for (const TRecord& r : Log()) {
-    if (r.msg == WM_TIMER) out.push_back(TTick{r.hwnd, r.wParam, 0});
+    EXPECT_EQ(r.hwnd, hwnd);
+    if (r.msg == WM_TIMER) ids.push_back(r.wParam);
   }
-  return out;
+  return ids;
 }
 
 std::vector<std::uint32_t> gTickTimes;
@@ -34,8 +30,11 @@ LResult QX_STDCALL TimeRecordingProc(HWnd hwnd, std::uint32_t msg, WParam wParam
   return Platform().DefWindowProcW(hwnd, msg, wParam, lParam);
 }
 
+// A window recording its ticks, with the record of earlier ones cleared.
 HWnd MakeTimeWindow() {
-  if (!Platform().GetClassInfoW(u"TimeRecording", nullptr)) Platform().RegisterClassW(u"TimeRecording", &TimeRecordingProc);
+  gTickTimes.clear();
+  if (!Platform().GetClassInfoW(u"TimeRecording", nullptr))
+    Platform().RegisterClassW(u"TimeRecording", &TimeRecordingProc);
   return Platform().CreateWindowExW(0, u"TimeRecording", u"", 0, 0, 0, 1, 1, nullptr, nullptr);
 }
 
@@ -51,7 +50,6 @@ TEST_F(TimerTest, ManualClockStandsStillUntilAdvanced) {
 }
 
 TEST_F(TimerTest, WindowTimerFiresAtEachPeriodWithTheClockSetToItsDueTime) {
-  gTickTimes.clear();
   HWnd hwnd = MakeTimeWindow();
   EXPECT_EQ(P().SetTimer(hwnd, 7, 10), 7u);
   Os().AdvanceClock(9);
@@ -59,14 +57,10 @@ TEST_F(TimerTest, WindowTimerFiresAtEachPeriodWithTheClockSetToItsDueTime) {
   Os().AdvanceClock(26);
   EXPECT_EQ(gTickTimes, (std::vector<std::uint32_t>{10, 20, 30}));
   EXPECT_EQ(P().GetTickCount(), 35u);
-  for (const TTick& t : Ticks()) {
-    EXPECT_EQ(t.hwnd, hwnd);
-    EXPECT_EQ(t.id, 7u);
-  }
+  EXPECT_EQ(TickIds(hwnd), (std::vector<WParam>{7, 7, 7}));
 }
 
 TEST_F(TimerTest, ShortIntervalsAreRaisedToTheMinimum) {
-  gTickTimes.clear();
   HWnd hwnd = MakeTimeWindow();
   P().SetTimer(hwnd, 1, 1);
   Os().AdvanceClock(25);
@@ -74,20 +68,16 @@ TEST_F(TimerTest, ShortIntervalsAreRaisedToTheMinimum) {
 }
 
 TEST_F(TimerTest, TimersInterleaveInTimeOrder) {
-  gTickTimes.clear();
   HWnd hwnd = MakeTimeWindow();
   P().SetTimer(hwnd, 1, 15);
   P().SetTimer(hwnd, 2, 10);
   Os().AdvanceClock(30);
-  std::vector<WParam> ids;
-  for (const TTick& t : Ticks()) ids.push_back(t.id);
   // At 30 both are due; the one that was set up first goes first.
-  EXPECT_EQ(ids, (std::vector<WParam>{2, 1, 2, 1, 2}));
+  EXPECT_EQ(TickIds(hwnd), (std::vector<WParam>{2, 1, 2, 1, 2}));
   EXPECT_EQ(gTickTimes, (std::vector<std::uint32_t>{10, 15, 20, 30, 30}));
 }
 
 TEST_F(TimerTest, SettingAnExistingTimerRestartsIt) {
-  gTickTimes.clear();
   HWnd hwnd = MakeTimeWindow();
   P().SetTimer(hwnd, 1, 10);
   Os().AdvanceClock(8);
@@ -97,7 +87,6 @@ TEST_F(TimerTest, SettingAnExistingTimerRestartsIt) {
 }
 
 TEST_F(TimerTest, KillTimerStopsIt) {
-  gTickTimes.clear();
   HWnd hwnd = MakeTimeWindow();
   P().SetTimer(hwnd, 1, 10);
   P().SetTimer(hwnd, 2, 10);
@@ -106,13 +95,10 @@ TEST_F(TimerTest, KillTimerStopsIt) {
   EXPECT_FALSE(P().KillTimer(hwnd, 1));
   EXPECT_FALSE(P().KillTimer(hwnd, 99));
   Os().AdvanceClock(20);
-  std::vector<WParam> ids;
-  for (const TTick& t : Ticks()) ids.push_back(t.id);
-  EXPECT_EQ(ids, (std::vector<WParam>{1, 2, 2, 2}));
+  EXPECT_EQ(TickIds(hwnd), (std::vector<WParam>{1, 2, 2, 2}));
 }
 
 TEST_F(TimerTest, DestroyingTheWindowKillsItsTimers) {
-  gTickTimes.clear();
   HWnd hwnd = MakeTimeWindow();
   P().SetTimer(hwnd, 1, 10);
   P().DestroyWindow(hwnd);
