@@ -12,6 +12,15 @@
 namespace qx {
 namespace {
 
+std::filesystem::path PathOf(IQxIString* text) { return ToUtf8(ReadString(text)); }
+
+// The attribute's text, or the fallback when the element has none.
+std::u16string Attribute(IQxIXmlElement* element, const char16_t* name, const char16_t* fallback = nullptr) {
+  ComPtr<IQxIString> value;
+  element->GetAttribute(name, value.put(), fallback);
+  return ReadString(value.get());
+}
+
 class FakeServices : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -47,15 +56,17 @@ TEST_F(FakeServices, EveryServiceOfTheTableIsFoundUnderItsIdWithItsInterface) {
   for (const auto& entry : ServiceTable()) {
     ComPtr<IUnknown> object;
     const auto id = ServiceId(entry.ShortName);
-    const HResult status = entry.Kind == ServiceKind::Core ? core->QueryService(id.c_str(), object.put())
-                                                           : plugins->GetPlugin(id.c_str(), core.get(), object.put());
+    const HResult status = entry.Kind == ServiceKind::Core
+                               ? core->QueryService(id.c_str(), object.put())
+                               : plugins->GetPlugin(id.c_str(), core.get(), object.put());
     ASSERT_EQ(status, kOk) << id;
     ComPtr<IUnknown> typed;
     EXPECT_EQ(object->QueryInterface(entry.Iid, typed.put_void()), kOk) << id;
     // The other kind does not answer for it.
     ComPtr<IUnknown> wrong;
-    const HResult other = entry.Kind == ServiceKind::Core ? plugins->GetPlugin(id.c_str(), core.get(), wrong.put())
-                                                          : core->QueryService(id.c_str(), wrong.put());
+    const HResult other = entry.Kind == ServiceKind::Core
+                              ? plugins->GetPlugin(id.c_str(), core.get(), wrong.put())
+                              : core->QueryService(id.c_str(), wrong.put());
     EXPECT_EQ(other, kFail) << id;
   }
 }
@@ -122,16 +133,17 @@ TEST_F(FakeServices, PropertiesAnswerInvalidArgForMissingKeys) {
 
 TEST_F(FakeServices, DirectoriesAreMadeUnderTheFixturesFolder) {
   auto directories = Core<IQxIDirectoryService>("DirectoryService");
-  for (const auto key : {dir_key::UserSettingClient, dir_key::UserTemp, dir_key::CurrentSkin, dir_key::UserSettingBase}) {
+  for (const auto key :
+       {dir_key::UserSettingClient, dir_key::UserTemp, dir_key::CurrentSkin, dir_key::UserSettingBase}) {
     ComPtr<IQxIString> path;
     ASSERT_EQ(directories->GetPath(std::u16string(key).c_str(), path.put()), kOk);
-    const std::filesystem::path folder(ToUtf8(ReadString(path.get())));
+    const std::filesystem::path folder = PathOf(path.get());
     EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
     EXPECT_EQ(folder.string().rfind(root_.string(), 0), 0u);
   }
   ComPtr<IQxIString> file;
   ASSERT_EQ(directories->GetPath(u"file.tab.json", file.put()), kOk);
-  EXPECT_EQ(std::filesystem::path(ToUtf8(ReadString(file.get()))).filename(), "tab.json");
+  EXPECT_EQ(PathOf(file.get()).filename(), "tab.json");
   EXPECT_EQ(directories->GetPath(u"no.such.key", file.put()), kFail);
   EXPECT_FALSE(file);
 }
@@ -140,11 +152,9 @@ TEST_F(FakeServices, ResourceUrlsResolveUnderTheirRoots) {
   auto resources = Core<IQxIGraphicResourceService>("GraphicResourceService");
   ComPtr<IQxIString> path;
   ASSERT_EQ(resources->ResolvePath(u"skin://widget/toolbar/PreviewStrip/TabBack.png", path.put(), 0), kOk);
-  EXPECT_EQ(std::filesystem::path(ToUtf8(ReadString(path.get()))),
-            root_ / "rc/skins/current/widget/toolbar/PreviewStrip/TabBack.png");
+  EXPECT_EQ(PathOf(path.get()), root_ / "rc/skins/current/widget/toolbar/PreviewStrip/TabBack.png");
   ASSERT_EQ(resources->ResolvePath(u"MENU://toolbar/TabBar/NewTabButtonPopupMenu.xml", path.put(), 0), kOk);
-  EXPECT_EQ(std::filesystem::path(ToUtf8(ReadString(path.get()))),
-            root_ / "rc/menu/toolbar/TabBar/NewTabButtonPopupMenu.xml");
+  EXPECT_EQ(PathOf(path.get()), root_ / "rc/menu/toolbar/TabBar/NewTabButtonPopupMenu.xml");
   EXPECT_EQ(resources->ResolvePath(u"http://example.com/a.png", path.put(), 0), kFail);
   EXPECT_EQ(resources->ResolvePath(u"no scheme", path.put(), 0), kFail);
 
@@ -156,7 +166,7 @@ TEST_F(FakeServices, ResourceUrlsResolveUnderTheirRoots) {
   browser_.FaviconArrives(u"https://a.example/", {1, 2, 3});
   resources->ResolvePath(u"favicon://https://a.example/", site.put(), 0);
   EXPECT_NE(ReadString(site.get()), ReadString(fallback.get()));
-  EXPECT_EQ(std::filesystem::file_size(ToUtf8(ReadString(site.get()))), 3u);
+  EXPECT_EQ(std::filesystem::file_size(PathOf(site.get())), 3u);
 }
 
 TEST_F(FakeServices, TranslatorGivesLocaleAndTable) {
@@ -201,12 +211,8 @@ TEST_F(FakeServices, MainWindowWidgetLeadsToTheBrowserAreaRect) {
   for (std::int32_t i = 0; i < count; ++i) {
     ComPtr<IQxIXmlElement> child;
     element->GetChild(i, child.put());
-    ComPtr<IQxIString> id, value;
-    child->GetAttribute(u"id", id.put(), u"");
-    if (ReadString(id.get()) == u"BrowserAreaWidget") {
-      child->GetAttribute(u"rect", value.put(), u"");
-      rect = ReadString(value.get());
-    }
+    if (Attribute(child.get(), u"id", u"") == u"BrowserAreaWidget")
+      rect = Attribute(child.get(), u"rect", u"");
   }
   EXPECT_EQ(rect, u"0,90,1000,700");
   EXPECT_EQ(widgets->GetWidget(u"NoWidget", widget.put()), kFail);
@@ -220,23 +226,19 @@ TEST_F(FakeServices, XmlServiceParsesAttributesChildrenAndRejectsBrokenText) {
                        u"<item id=\"i1\"/><item id=\"i2\">t&#233;xt</item></menu>",
                        root.put()),
             kOk);
-  ComPtr<IQxIString> value;
-  root->GetAttribute(u"title", value.put(), nullptr);
-  EXPECT_EQ(ReadString(value.get()), u"A & B");
-  root->GetAttribute(u"missing", value.put(), u"fallback");
-  EXPECT_EQ(ReadString(value.get()), u"fallback");
+  EXPECT_EQ(Attribute(root.get(), u"title"), u"A & B");
+  EXPECT_EQ(Attribute(root.get(), u"missing", u"fallback"), u"fallback");
   std::int32_t count = 0;
   root->GetChildCount(&count);
   ASSERT_EQ(count, 2);
   ComPtr<IQxIXmlElement> second;
   root->GetChild(1, second.put());
-  second->GetAttribute(u"id", value.put(), nullptr);
-  EXPECT_EQ(ReadString(value.get()), u"i2");
+  EXPECT_EQ(Attribute(second.get(), u"id"), u"i2");
   EXPECT_EQ(static_cast<TFakeXmlElement*>(second.get())->InnerText(), u"t\u00e9xt");
   EXPECT_EQ(root->GetChild(2, second.put()), kInvalidArg);
 
-  for (const char16_t* broken : {u"", u"<a>", u"<a></b>", u"<a x=1/>", u"<a/><b/>", u"<a>&bogus;</a>",
-                                 u"<a x='1' x='2'/>", u"text"}) {
+  for (const char16_t* broken :
+       {u"", u"<a>", u"<a></b>", u"<a x=1/>", u"<a/><b/>", u"<a>&bogus;</a>", u"<a x='1' x='2'/>", u"text"}) {
     ComPtr<IQxIXmlElement> none;
     EXPECT_EQ(xml->Parse(broken, none.put()), kFail) << ToUtf8(broken);
     EXPECT_FALSE(none);
@@ -304,7 +306,8 @@ TEST_F(FakeServices, PageDataAndUriAction) {
   ASSERT_EQ(pages->GetData(u"{0a1b2c3d-0000-0000-0000-000000000001}", u"client.Security", value.put()), kOk);
   EXPECT_EQ(ReadString(value.get()), u"5");
   EXPECT_EQ(pages->DeleteData(u"{0A1B2C3D-0000-0000-0000-000000000001}", u"client.Security"), kOk);
-  EXPECT_EQ(pages->GetData(u"{0A1B2C3D-0000-0000-0000-000000000001}", u"client.Security", value.put()), kFail);
+  EXPECT_EQ(pages->GetData(u"{0A1B2C3D-0000-0000-0000-000000000001}", u"client.Security", value.put()),
+            kFail);
 
   browser_.Host().UriAction().SetBrowserGuid(u"https://intranet.", u"{11111111-2222-3333-4444-555555555555}");
   auto uris = Plugin<IQxIUriAction>("UriAction");
