@@ -206,8 +206,15 @@ TTabImage* TTabbarFrame::GetTabImages(std::int32_t index) const {
 std::int32_t TTabbarFrame::TabImageCount() const { return FTabList ? FTabList->TabCount() : 0; }
 
 bool TTabbarFrame::IsHitTestTranparent(float x, float y) {
-  TControl* hit = ObjectAtPoint(LocalToAbsolute({x, y}));
-  return hit == nullptr || hit == this;
+  TControl* hit = ObjectAtPoint({x, y});
+  if (hit == nullptr || hit == this) return true;
+  // Over the tabs a thin band still drags the window, unless it is maximized.
+  const bool maximized =
+      FClientWindowHandle &&
+      (static_cast<std::uint32_t>(Platform().GetWindowLongW(FClientWindowHandle, win::GWL_STYLE)) &
+       win::WS_MAXIMIZE) != 0;
+  const TRectF box = FTabScrollBox->AbsoluteRect();
+  return !maximized && x >= box.Left && x < box.Right && y >= box.Top && y < box.Top + 5;
 }
 
 void TTabbarFrame::HideTitleForm(float /*duration*/) {}

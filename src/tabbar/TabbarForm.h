@@ -66,7 +66,7 @@ class TTabbarFrame : public TFrame {
   TRectF AddTabButtonAbsoluteRect() const;
   TTabImage* GetTabImages(std::int32_t index) const;
   std::int32_t TabImageCount() const;
-  // True where no control of the strip is hit.
+  // Whether the host window should see through the strip at this client point.
   bool IsHitTestTranparent(float x, float y);
   void UpdateChildFormsPosition(std::uint32_t message);
   // There is no title popup yet, so there is nothing to hide.

@@ -109,5 +109,18 @@ TEST_F(FrameTest, TheActiveLookSwapsTheStripsPictures) {
   EXPECT_EQ(Colour(frame.imgTabbarRight()->Bitmap()), ColourOfKey(u"TabbarBackgroundInactiveRight"));
 }
 
+TEST_F(FrameTest, OnlyTheTopBandOfTheTabsLetsTheWindowBeDragged) {
+  Open();
+  TTabbarFrame& frame = MakeFrame();
+  frame.UpdateTabbar(true, false);
+  const TRectF box = frame.TabScrollBox()->AbsoluteRect();
+  const float middle = (box.Left + box.Right) / 2;
+  EXPECT_TRUE(frame.IsHitTestTranparent(middle, box.Top + 2));
+  EXPECT_FALSE(frame.IsHitTestTranparent(middle, box.Top + 20));
+  const TRectF button = frame.AddTabButtonAbsoluteRect();
+  EXPECT_FALSE(frame.IsHitTestTranparent(button.Left + 1, button.Top + 1));
+  EXPECT_EQ(button, TRectF::FromSize(frame.Width() - 64 + 16, 15, 28, 28));
+}
+
 }  // namespace
 }  // namespace qx
