@@ -1,5 +1,8 @@
 // The mirror of the host's current tab group: comparison, rebuild, tab images.
 
+#include <algorithm>
+#include <vector>
+
 #include "host/WrapV3Intf.h"
 #include "tabbar/TabbarForm.h"
 
@@ -34,21 +37,14 @@ void TTabbarFrame::InternalUpdateTabbar(bool /*tabAdded*/, bool animated) {
 
   bool changed = false;
   TTabImage* newActive = nullptr;
-  FTabScrollBox->BeginUpdate();
-  try {
-    ComPtr<IQxITabManagerWrap> manager;
-    FServiceCore->FilteredTabManagerWrapEx(manager);
-    ComPtr<IQxITabGroupWrap> group;
-    if (manager) manager->GetActiveGroup(group);
-    if (group && !MirrorIsCurrent(group.get())) {
-      changed = true;
-      RebuildMirror(group.get(), newActive);
-    }
-  } catch (...) {
-    FTabScrollBox->EndUpdate();
-    throw;
+  ComPtr<IQxITabManagerWrap> manager;
+  FServiceCore->FilteredTabManagerWrapEx(manager);
+  ComPtr<IQxITabGroupWrap> group;
+  if (manager) manager->GetActiveGroup(group);
+  if (group && !MirrorIsCurrent(group.get())) {
+    changed = true;
+    RebuildMirror(group.get(), newActive);
   }
-  FTabScrollBox->EndUpdate();
 
   if (changed) {
     if (newActive != FActiveTab)
@@ -87,61 +83,111 @@ bool TTabbarFrame::MirrorIsCurrent(IQxITabGroupWrap* group) {
   return true;
 }
 
+namespace {
+
+struct THostTab {
+  ComPtr<IQxITab> Tab;
+  ComPtr<IUnknown> Identity;
+};
+
+struct THostSection {
+  ComPtr<IUnknown> Identity;
+  std::vector<THostTab> Tabs;
+};
+
+std::vector<THostSection> ReadHostSections(IQxITabGroupWrap* group) {
+  std::vector<THostSection> sections;
+  const std::int32_t sectionCount = group->GetSectionCount();
+  sections.reserve(static_cast<std::size_t>(std::max(sectionCount, 0)));
+  for (std::int32_t s = 0; s < sectionCount; ++s) {
+    ComPtr<IQxITabSectionWrap> hostSection;
+    if (!group->GetSection(s, hostSection) || !hostSection) continue;
+    ComPtr<IQxITabSection> raw;
+    hostSection->GetRaw(raw);
+    THostSection& section = sections.emplace_back();
+    section.Identity = IdentityOf(raw.get());
+    const std::int32_t tabCount = hostSection->GetTabCount();
+    section.Tabs.reserve(static_cast<std::size_t>(std::max(tabCount, 0)));
+    for (std::int32_t t = 0; t < tabCount; ++t) {
+      ComPtr<IQxITab> tab;
+      if (hostSection->GetTab(t, tab) && tab) section.Tabs.push_back({tab, IdentityOf(tab.get())});
+    }
+  }
+  return sections;
+}
+
+// Brackets the scene while it changes in more than one place: one change
+// alone gains nothing from it, and the bracket walks every control of the strip.
+class TSceneUpdate {
+ public:
+  TSceneUpdate(TControl* scene, bool open) : FScene(open ? scene : nullptr) {
+    if (FScene) FScene->BeginUpdate();
+  }
+  ~TSceneUpdate() {
+    if (FScene) FScene->EndUpdate();
+  }
+  TSceneUpdate(const TSceneUpdate&) = delete;
+  TSceneUpdate& operator=(const TSceneUpdate&) = delete;
+
+ private:
+  TControl* FScene;
+};
+
+}  // namespace
+
 void TTabbarFrame::RebuildMirror(IQxITabGroupWrap* group, TTabImage*& newActive) {
   ComPtr<IQxITabGroup> raw;
   group->GetRaw(raw);
   UpdateGroupImageFromGroup(raw.get());
   FHostGroup = raw;
   FHostGroupIdentity = IdentityOf(raw.get());
+  const std::vector<THostSection> host = ReadHostSections(group);
+  ComPtr<IQxITab> activeTab;
+  group->GetActiveTab(activeTab);
+  const ComPtr<IUnknown> activeIdentity = IdentityOf(activeTab.get());
 
   // Images that survive are found by their host tab; the rest belong to closed tabs.
   std::unordered_map<IUnknown*, TTabImage*> byTab;
   byTab.reserve(FHostTabs.size());
+  std::vector<TTabImage*> closed;
   for (std::int32_t i = 0; i < FTabList->TabCount(); ++i) {
     TTabImage* image = AsTabImage(FTabList->TabImages(i));
+    if (!image) continue;
     auto it = FHostTabs.find(image);
-    if (image && it != FHostTabs.end()) byTab.emplace(it->second.get(), image);
+    if (it != FHostTabs.end())
+      byTab.emplace(it->second.get(), image);
+    else
+      closed.push_back(image);
   }
-  std::vector<TTabImage*> orphans;
-  for (std::int32_t i = 0; i < FTabList->TabCount(); ++i) {
-    TTabImage* image = AsTabImage(FTabList->TabImages(i));
-    if (image && !FHostTabs.count(image)) orphans.push_back(image);
-  }
+  std::size_t added = 0;
+  std::size_t kept = 0;
+  for (const THostSection& section : host)
+    for (const THostTab& tab : section.Tabs) (byTab.count(tab.Identity.get()) ? kept : added) += 1;
+  const std::size_t sceneChanges = added + closed.size() + (byTab.size() - kept);
+
+  TSceneUpdate update(FTabScrollBox, sceneChanges > 1);
   FTabList->Clear();
   FHostSections.clear();
   FTabList->BeginUpdate();
-
-  ComPtr<IQxITab> activeTab;
-  group->GetActiveTab(activeTab);
-  const ComPtr<IUnknown> activeIdentity = IdentityOf(activeTab.get());
-  const std::int32_t sectionCount = group->GetSectionCount();
-  for (std::int32_t s = 0; s < sectionCount; ++s) {
-    ComPtr<IQxITabSectionWrap> hostSection;
-    if (!group->GetSection(s, hostSection) || !hostSection) continue;
+  for (const THostSection& hostSection : host) {
     TTabImageSection* section = FTabList->AddSection(-1);
-    ComPtr<IQxITabSection> rawSection;
-    hostSection->GetRaw(rawSection);
-    FHostSections[section] = IdentityOf(rawSection.get());
-    const std::int32_t tabCount = hostSection->GetTabCount();
-    for (std::int32_t t = 0; t < tabCount; ++t) {
-      ComPtr<IQxITab> hostTab;
-      if (!hostSection->GetTab(t, hostTab) || !hostTab) continue;
-      const ComPtr<IUnknown> identity = IdentityOf(hostTab.get());
+    FHostSections[section] = hostSection.Identity;
+    for (const THostTab& hostTab : hostSection.Tabs) {
       TTabImage* image = nullptr;
-      if (auto it = byTab.find(identity.get()); it != byTab.end()) {
+      if (auto it = byTab.find(hostTab.Identity.get()); it != byTab.end()) {
         image = it->second;
         byTab.erase(it);
         section->Add(image);
       } else {
-        image = AddTabImage(section, hostTab.get());
+        image = AddTabImage(section, hostTab.Tab.get());
       }
-      if (identity.get() == activeIdentity.get()) newActive = image;
+      if (hostTab.Identity.get() == activeIdentity.get()) newActive = image;
     }
   }
   FTabList->EndUpdate();
 
-  for (const auto& entry : byTab) orphans.push_back(entry.second);
-  for (TTabImage* image : orphans) {
+  for (const auto& entry : byTab) closed.push_back(entry.second);
+  for (TTabImage* image : closed) {
     RemoveUpdateImageTask(image);
     FTabScrollBox->Content()->RemoveObject(image);
     delete image;
