@@ -4,14 +4,9 @@
 #include <limits>
 
 #include "tabbar/TabbarForm.h"
-#if __has_include("tabbar/TabbarParentForm.h")
 #include "tabbar/TabbarParentForm.h"
-#define QX_HAS_PARENT_FORM 1
-#endif
 
 namespace qx {
-
-#ifdef QX_HAS_PARENT_FORM
 
 float TTabbarFrame::ParentChildFrameWidth() const {
   return FParentForm ? FParentForm->ChildFrameWidth() : Width();
@@ -35,14 +30,5 @@ void TTabbarFrame::ParentSetTabbarChildFrameVisible() {
 void TTabbarFrame::ParentUpdateMainWindowActive(bool active) {
   if (FParentForm) FParentForm->UpdateMainWindowActive(active);
 }
-
-#else
-// Until the parent form is in the tree, every frame stands alone.
-float TTabbarFrame::ParentChildFrameWidth() const { return Width(); }
-void TTabbarFrame::ParentSetChildFrameWidth(float width) { SetWidth(width); }
-float TTabbarFrame::ParentFormWidth() const { return std::numeric_limits<float>::max(); }
-void TTabbarFrame::ParentSetTabbarChildFrameVisible() {}
-void TTabbarFrame::ParentUpdateMainWindowActive(bool) {}
-#endif
 
 }  // namespace qx

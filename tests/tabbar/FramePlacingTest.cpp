@@ -1,4 +1,5 @@
 #include "tabbar/FrameFixture.h"
+#include "tabbar/ParentFormFixture.h"
 #include "tabview/CabinetIconBarIntf.h"
 
 namespace qx {
@@ -120,6 +121,24 @@ TEST_F(FrameTest, OnlyTheTopBandOfTheTabsLetsTheWindowBeDragged) {
   const TRectF button = frame.AddTabButtonAbsoluteRect();
   EXPECT_FALSE(frame.IsHitTestTranparent(button.Left + 1, button.Top + 1));
   EXPECT_EQ(button, TRectF::FromSize(frame.Width() - 64 + 16, 15, 28, 28));
+}
+
+// Inside its form the strip is as wide as its tabs need, never wider than the
+// form, and it appears only once it has mirrored the host.
+TEST_F(ParentFormTest, TheStripInItsFormGrowsToTheFormsWidthAndShowsAfterTheFirstSync) {
+  TTabbarParentForm& form = MakeForm(600);
+  TTabbarFrame& frame = *form.TabbarChildFrame();
+  EXPECT_FALSE(form.TabbarChildFrameImage()->Visible());
+  for (int i = 0; i < 2; ++i) Open();
+  frame.UpdateTabbar(true, false);
+  Advance(1000);
+  EXPECT_TRUE(form.TabbarChildFrameImage()->Visible());
+  EXPECT_EQ(frame.TabbarWidth(), 2 * 98 + 128);
+  EXPECT_EQ(form.ChildFrameWidth(), 2 * 98 + 128);
+  for (int i = 0; i < 8; ++i) Open();
+  Advance(1000);
+  EXPECT_EQ(frame.TabImageCount(), 10);
+  EXPECT_EQ(frame.TabbarWidth(), 600);
 }
 
 }  // namespace
