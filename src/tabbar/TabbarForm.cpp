@@ -63,6 +63,11 @@ TTabbarFrame::TTabbarFrame(TFmxObject* owner, TTabbarImageRes* imageRes, TTabbar
   FAutoScrollTimer->SetInterval(10);
 
   FTabbarWidthAnimation->PropertyName = "TabbarWidth";
+  // A finished widening counts as switched off, so a later pass at the same
+  // width starts nothing.
+  FTabbarWidthAnimation->OnFinish = [](TFmxObject* sender) {
+    static_cast<TAnimation*>(sender)->Enabled = false;
+  };
   FbtnGroup->SetEnableRightClick(true);
   FbtnAddTab->SetEnableRightClick(true);
   InitializeEvents();
@@ -151,6 +156,9 @@ TTabbarFrame::~TTabbarFrame() {
   // What the inherited destructor would do, done while this frame is still whole:
   // tab images leaving the scroll box report back here.
   FTabScrollBox->OnNotification = nullptr;
+  FTabScrollBox->OnCalcContentBounds = nullptr;
+  FTabScrollBox->OnAfterMouseWheel = nullptr;
+  FTabScrollBox->OnAniMouseMove = nullptr;
   FTabScrollBox->AniCalculations().OnChanged = nullptr;
   FTabScrollBox->AniCalculations().OnStart = nullptr;
   FTabScrollBox->AniCalculations().OnStop = nullptr;

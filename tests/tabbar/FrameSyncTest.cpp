@@ -94,6 +94,9 @@ TEST_F(FrameTest, ASyncWithNothingChangedTouchesNoScene) {
   for (std::int32_t i = 0; i < frame.TabImageCount(); ++i)
     EXPECT_FALSE(frame.GetTabImages(i)->LeftAnimation()->Running());
   EXPECT_EQ(frame.TabbarWidth(), width);
+  // A later animated pass at the same width has nothing to widen either.
+  frame.layoutSubviews(true);
+  EXPECT_FALSE(frame.TabbarWidthAnimation()->Running());
 }
 
 TEST_F(FrameTest, AMoveToAnotherSectionReusesTheImages) {
