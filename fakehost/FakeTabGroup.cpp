@@ -98,9 +98,15 @@ HResult QX_STDCALL TFakeTabGroup::IndexOfTab(IQxITab* tab, std::int32_t* index) 
 HResult QX_STDCALL TFakeTabGroup::GetTab(std::int32_t index, IQxITab** tab) {
   if (!tab) return kInvalidArg;
   *tab = nullptr;
-  const auto tabs = FlatTabs();
-  if (index < 0 || static_cast<std::size_t>(index) >= tabs.size()) return kInvalidArg;
-  return HandOut(tabs[static_cast<std::size_t>(index)], tab);
+  if (index < 0) return kInvalidArg;
+  // Walks the sections rather than copying every tab, so a whole pass stays linear.
+  auto rest = static_cast<std::size_t>(index);
+  for (const auto& section : sections_) {
+    const auto& tabs = section->Tabs();
+    if (rest < tabs.size()) return HandOut(tabs[rest], tab);
+    rest -= tabs.size();
+  }
+  return kInvalidArg;
 }
 
 HResult QX_STDCALL TFakeTabGroup::SetMenuTab(IQxITab* tab) {
