@@ -231,6 +231,7 @@ class TPortableOs final : public IPortableOs {
   std::int32_t FLogPixelsY = 96;
   std::map<std::int32_t, std::int32_t> FMetrics;
   std::map<std::uint32_t, std::u16string> FLocale;
+  std::map<std::u16string, std::uint32_t> FClipboardFormats;  // by lower-case name
   std::int32_t FMessageBoxAnswer = 1;
   std::vector<TMessageBoxCall> FMessageBoxCalls;
   const std::uint32_t FProcessId;
