@@ -12,6 +12,7 @@
 
 #include "base/ComPtr.h"
 #include "host/ServiceCoreWrapIntf.h"
+#include "host/WrapV3Intf.h"
 #include "platform/Platform.h"
 #include "resources/FaviconCache.h"
 #include "resources/ImageButton.h"
@@ -145,6 +146,7 @@ class TTabbarFrame : public TFrame {
   void CreateThumbnailCache();
   bool IsTitleMenuWidgetCreated();
   void InitializeEvents();
+  void ProcessTabGroupChanged(IQxIStringDictionaryWrap* parameters);
   void UnInitializeEvents();
   void CheckCabinetStartupScreen();
 

@@ -11,12 +11,19 @@ void TTabbarFrame::InitializeEvents() {
   // the behaviour they drive.
   FServiceCore->AddEventHandler(0, u"TabGroup.Changed", FTabGroupChangedEventListener, false,
                                 [this](const TString&, IQxIEvent* event) -> HResult {
-                                  ComPtr<IQxIStringDictionaryWrap> parameters =
-                                      FServiceCore->EventParameters(event);
-                                  if (parameters && parameters->Value(u"timing") == u"after")
-                                    UpdateTabbar(false, true);
+                                  ProcessTabGroupChanged(FServiceCore->EventParameters(event).get());
                                   return kOk;
                                 });
+}
+
+void TTabbarFrame::ProcessTabGroupChanged(IQxIStringDictionaryWrap* parameters) {
+  if (!parameters || parameters->Value(u"timing") != u"after") return;
+  if (parameters->Value(u"event") == u"SetActiveTab") {
+    if (auto* tab = AsTabImage(FTabList->FindTabImageFromId(parameters->Value(u"new-tab-id"))))
+      SetActiveTabImage(tab, false);
+    return;
+  }
+  UpdateTabbar(false, true);
 }
 
 void TTabbarFrame::UnInitializeEvents() {

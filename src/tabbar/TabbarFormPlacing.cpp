@@ -183,13 +183,15 @@ void TTabbarFrame::ScrollChanged(TFmxObject* /*sender*/) {
   if (inScrollChanged) return;
   inScrollChanged = true;
   try {
+    // Only a viewport that really moved relays the tabs: a resize while the
+    // strip's width animates must not cut that animation short.
     const float x = FTabScrollBox->HorzPosition();
     if (x != FLastScroll) {
       const double delta = static_cast<double>(x) - static_cast<double>(FLastScroll);
       FLastScroll = x;
       GetLayout()->move(delta);
+      layoutSubviews(false);
     }
-    layoutSubviews(false);
   } catch (...) {
     inScrollChanged = false;
     throw;

@@ -40,7 +40,7 @@ TEST_F(FrameTest, BuildsTheDesignTreeWithItsTimersAndFixedGeometry) {
   EXPECT_EQ(Colour(frame.imgTabbarLeft()->Bitmap()), ColourOfKey(u"TabbarBackgroundInactiveLeft"));
   // Thumbnails live in a folder of their own under the client settings, made at once.
   const TString dir = frame.ThumbnailDirectory();
-  EXPECT_EQ(dir, wrap_->UserSettingClientDirectory() + u"/thumbnail/");
+  EXPECT_EQ(fs::path(dir), fs::path(wrap_->UserSettingClientDirectory()) / "thumbnail" / "");
   EXPECT_TRUE(fs::is_directory(fs::path(dir)));
   EXPECT_EQ(frame.TabImageCacheMgr()->CacheDir(), dir);
 }

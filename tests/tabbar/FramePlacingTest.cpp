@@ -40,13 +40,15 @@ TEST_F(FrameTest, ANestedLayoutPassReturnsAtOnce) {
   Open();
   TTabbarFrame& frame = MakeFrame();
   bar->Frame = &frame;
-  frame.UpdateTabbar(true, false);
-  EXPECT_EQ(bar->Passes, 1);
+  int passes = bar->Passes;
   frame.layoutSubviews(false);
-  EXPECT_EQ(bar->Passes, 2);
+  EXPECT_EQ(bar->Passes, passes + 1);
+  passes = bar->Passes;
+  frame.UpdateTabbar(true, false);
+  EXPECT_EQ(bar->Passes, passes + 1);
   EXPECT_GT(bar->RectNotes, 0);
   frame.UpdateMainWindowActive(true);
-  EXPECT_EQ(bar->ActiveStates, std::vector<bool>{true});
+  EXPECT_EQ(bar->ActiveStates.back(), true);
   bar->Frame = nullptr;
   host_.RegisterPlugin("CabinetIconBarControl", nullptr);
 }
@@ -55,6 +57,7 @@ TEST_F(FrameTest, ANewTabWidensTheStripOnTheClockAndStandsRightOfTheOthers) {
   for (int i = 0; i < 3; ++i) Open();
   TTabbarFrame& frame = MakeFrame();
   frame.UpdateTabbar(true, false);
+  Advance(1000);
   const float sides = frame.imgTabbarLeft()->Width() + frame.imgTabbarRight()->Width();
   EXPECT_EQ(frame.TabbarWidth(), 3 * 98 + sides);
   std::vector<float> lefts;
