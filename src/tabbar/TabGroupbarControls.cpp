@@ -1,5 +1,6 @@
 #include "tabbar/TabGroupbarControls.h"
 
+#include "resources/ImageButton.h"
 #include "toolkit/StoredLayout.h"
 
 namespace qx {
@@ -21,6 +22,8 @@ void TTitleInplaceEdit::DoExit() {
 }
 
 void RegisterTabGroupbarClasses() {
+  if (!TComponentRegistry::IsRegistered("TImageButton"))
+    TComponentRegistry::RegisterClass("TImageButton", [](TFmxObject* o) { return new TImageButton(o); });
   TComponentRegistry::RegisterClass("TGroupColorImage",
                                     [](TFmxObject* o) { return new TGroupColorImage(o); });
   TComponentRegistry::RegisterClass("TGroupLayout", [](TFmxObject* o) { return new TGroupLayout(o); });

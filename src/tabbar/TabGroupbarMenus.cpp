@@ -82,8 +82,10 @@ void TTabbarParentForm::UpdateToolTip() {
       FToolTip.reset();
   }
   if (!FToolTip) return;
+  // A text the host has no translation for stands as it is.
   auto translate = [this](std::u16string_view text) {
-    return FServiceCore ? FServiceCore->TranslateText(text) : TString(text);
+    TString translated = FServiceCore ? FServiceCore->TranslateText(text) : TString();
+    return translated.empty() ? TString(text) : translated;
   };
   const HWnd window = FormHandle();
   if (ShowingTabgroupBar()) {

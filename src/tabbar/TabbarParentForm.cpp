@@ -33,6 +33,8 @@ TTabbarParentForm::TTabbarParentForm(TFmxObject* owner, TTabbarImageRes* imageRe
       FServiceCore(serviceCore),
       FClientWindowHandle(clientWindowHandle) {
   LoadDesign();
+  // The design's creation handler runs inside the inherited construction, before the rest.
+  FormCreate();
   MakeRebarBorderBitmaps();
   UpdateRebarBorder();
   if (FImageRes) {
@@ -42,7 +44,6 @@ TTabbarParentForm::TTabbarParentForm(TFmxObject* owner, TTabbarImageRes* imageRe
     TabbarChildFrame_->SetBitmap(FImageRes->TabbarBackgroundFill());
   }
   InstallHooks();
-  FormCreate();
 }
 
 TTabbarParentForm::~TTabbarParentForm() {
@@ -154,6 +155,7 @@ void TTabbarParentForm::FormCreate() {
   CreateChildFrame();
   // The strip shows only after its first sync with the host.
   TabbarChildFrame_->SetVisible(false);
+  FCreated = true;
 }
 
 void TTabbarParentForm::FormShow() {
@@ -164,7 +166,8 @@ void TTabbarParentForm::FormShow() {
 
 void TTabbarParentForm::Resize() {
   TBaseFormXE7::Resize();
-  FormResize();
+  // The design sets the size while it is still being loaded.
+  if (FCreated) FormResize();
 }
 
 void TTabbarParentForm::FormResize() {

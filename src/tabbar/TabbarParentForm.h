@@ -159,6 +159,7 @@ class TTabbarParentForm : public TBaseFormXE7 {
   bool GroupAt(std::int32_t index, ComPtr<IQxITabGroup>& group) const;
   bool IsPrivateGroup(std::int32_t index) const;
 
+  bool FCreated = false;
   bool FFirstShow = true;
   TTabbarImageRes* FImageRes;
   ComPtr<IServiceCoreWrap> FServiceCore;

@@ -102,6 +102,7 @@ constexpr char kGroup[] = R"(        object GroupLayout_{i}: TGroupLayout
           Width = 110
           Height = 54
           Tag = {i}
+          HitTest = True
           OnClick = GroupLayout_0Click
           object imgActive_{i}: TImage
             Position.X = -9
