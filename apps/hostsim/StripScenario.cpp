@@ -104,6 +104,10 @@ HResult TStripScenario::CreateStrip(TModuleLoader& loader) {
     Platform().SetWindowPos(FControlWindow, nullptr, 0, kStripTop, client.Width(), kStripHeight,
                             win::SWP_NOZORDER | win::SWP_NOACTIVATE);
     Platform().ShowWindow(FControlWindow, win::SW_SHOWNOACTIVATE);
+    // The browser comes up around its plug-ins' controls.
+    for (const char16_t* id :
+         {u"Client.Initialize", u"Client.Visible", u"Client.Loaded", u"Client.Initialized"})
+      FHost.Events().FireFromHost(id, {});
   }
   return status;
 }
