@@ -3,13 +3,16 @@
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "ModuleLoader.h"
+#include "StripScenario.h"
 #include "base/Text.h"
 #include "fakehost/FakeHost.h"
 #include "host/WrapV3Intf.h"
 #include "platform/portable/PortableOsExport.h"
+#include "platform/portable/ScopedPortableOs.h"
 
 QX_EXPORT_PORTABLE_OS()
 
@@ -19,6 +22,7 @@ namespace {
 struct TOptions {
   std::string ModulePath;
   std::string OutDir = "hostsim-out";
+  std::string SkinDir = QX_DEFAULT_SKIN_DIR;
 };
 
 std::string HResultText(HResult status) {
@@ -31,6 +35,22 @@ std::string TextOf(IQxIString* value) { return value ? ToUtf8(StringText(value))
 
 void ReportText(const char* label, HResult status, IQxIString* value) {
   std::printf("    %-16s %s  %s\n", label, HResultText(status).c_str(), TextOf(value).c_str());
+}
+
+// The built-in scenario against a fresh host whose folders live under the output folder.
+int PlayStrip(TModuleLoader& loader, const TOptions& options) {
+  const std::filesystem::path out = std::filesystem::absolute(options.OutDir);
+  std::error_code error;
+  std::filesystem::remove_all(out / "host", error);
+  std::printf("scenario: the tab strip in the host's main window (pictures in %s)\n", out.string().c_str());
+  TFakeHost host;
+  TStripScenario scenario(host, out / "host", options.SkinDir);
+  const TScenarioReport report = PlayBuiltInScenario(scenario, loader, out, stdout);
+  if (Failed(report.CreateResult)) {
+    std::printf("the strip's control was not created: the pictures show the host window only\n");
+    return 1;
+  }
+  return 0;
 }
 
 int Run(const TOptions& options) {
@@ -69,7 +89,7 @@ int Run(const TOptions& options) {
               reinterpret_cast<void*>(loader.EnumPlugin()), reinterpret_cast<void*>(loader.GetPlugin()),
               loader.GetFunction()("QxGetPlugin"));
   for (const std::string& id : ids) host.RegisterPlugin(id, nullptr);
-  return 0;
+  return PlayStrip(loader, options);
 }
 
 }  // namespace
@@ -83,8 +103,10 @@ int main(int argc, char** argv) {
       options.ModulePath = argv[++i];
     } else if (arg == "--out" && i + 1 < argc) {
       options.OutDir = argv[++i];
+    } else if (arg == "--skin" && i + 1 < argc) {
+      options.SkinDir = argv[++i];
     } else if (arg == "--help") {
-      std::printf("usage: hostsim --module PATH [--out DIR]\n");
+      std::printf("usage: hostsim [--module PATH] [--out DIR] [--skin DIR]\n");
       return 0;
     } else {
       std::fprintf(stderr, "hostsim: unknown argument %s\n", arg.c_str());
@@ -92,5 +114,7 @@ int main(int argc, char** argv) {
     }
   }
   if (options.ModulePath.empty()) options.ModulePath = QX_DEFAULT_MODULE_PATH;
+  // A manual clock: the scenario lets time pass step by step, so every run draws the same pictures.
+  qx::TScopedPortableOs os;
   return qx::Run(options);
 }

@@ -16,6 +16,7 @@
 
 extern "C" {
 QX_EXPORT qx::HResult QX_STDCALL QxEnumPlugin(std::int32_t* count, const char* const** ids);
-QX_EXPORT qx::HResult QX_STDCALL QxGetPlugin(const char* id, qx::IQxIServiceCore* serviceCore, qx::IUnknown** plugin);
+QX_EXPORT qx::HResult QX_STDCALL QxGetPlugin(const char* id, qx::IQxIServiceCore* serviceCore,
+                                             qx::IUnknown** plugin);
 QX_EXPORT void* QX_STDCALL GetFunction(const char* name);
 }

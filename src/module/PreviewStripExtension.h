@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "host/V3PluginImplBase.h"
 #include "resources/FMXDllResourceFinalizer.h"
 #include "tabview/PreviewStripIntf.h"
@@ -51,16 +53,18 @@ class TPrevewStripPluginImpl : public TQxIPluginImpl, public IPreviewStrip, publ
   void HideTitleForm(bool flag) override;
 
   bool Finalized() const { return FFinalized; }
+  TTabbarParentForm* TabbarForm() const { return FTabbarForm.get(); }
 
  protected:
   void QueryInterfaceExtra(const TGUID& iid, void** object) override;
 
  private:
-  HResult ChildFrameSide(std::int32_t* value, int side);
+  enum class TSide { Left, Right, Top, Bottom };
+  HResult ChildFrameSide(std::int32_t* value, TSide side);
 
-  TTabbarParentForm* FTabbarForm = nullptr;
+  std::unique_ptr<TTabbarParentForm> FTabbarForm;
   TTabbarFrame* FTabbarFrame = nullptr;
-  TTabbarImageRes* FImageRes = nullptr;
+  std::unique_ptr<TTabbarImageRes> FImageRes;
   bool FFinalized = false;
   ComPtr<IResourceReleaser> FResourceReleaser;
   TSmartSearch* FSmartSearch = nullptr;

@@ -7,6 +7,7 @@
 namespace qx {
 namespace {
 
+// One lock for the singleton and its count: both plug-ins reach them.
 std::mutex gReleaserLock;
 ComPtr<IResourceReleaser> gReleaser;
 int gFinalizeCount = 0;
@@ -14,20 +15,21 @@ int gFinalizeCount = 0;
 class TResourceReleaserImpl : public TInterfacedObject<IResourceReleaser> {
  public:
   void AddUse() override {
-    std::lock_guard guard(FLock);
+    std::lock_guard guard(gReleaserLock);
     ++FUseCount;
   }
   void ReleaseUse() override {
-    bool finalize = false;
+    bool last = false;
     {
-      std::lock_guard guard(FLock);
-      finalize = --FUseCount == 0;
+      std::lock_guard guard(gReleaserLock);
+      last = --FUseCount == 0;
     }
-    if (finalize) FinalizeVisualToolkit();
+    // Outside the lock: the teardown takes other locks, and none is held together with this one.
+    if (last) FinalizeVisualToolkit();
   }
+  std::int32_t UseCountLocked() const { return FUseCount; }
 
  private:
-  std::mutex FLock;
   std::int32_t FUseCount = 0;
 };
 
@@ -45,5 +47,10 @@ void FinalizeVisualToolkit() {
 }
 
 int VisualToolkitFinalizeCount() { return gFinalizeCount; }
+
+std::int32_t ResourceReleaserUseCount() {
+  std::lock_guard guard(gReleaserLock);
+  return gReleaser ? static_cast<TResourceReleaserImpl*>(gReleaser.get())->UseCountLocked() : 0;
+}
 
 }  // namespace qx

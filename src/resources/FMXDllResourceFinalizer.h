@@ -16,12 +16,13 @@ struct IResourceReleaser : IUnknown {
   virtual void ReleaseUse() = 0;
 };
 
-// The module's one releaser, made on first request.
+// The module's one releaser, made on first request and kept until the module ends.
 void GetResourceReleaser(ComPtr<IResourceReleaser>& out);
 
 void FinalizeVisualToolkit();
 
-// For tests: how often the toolkit was taken down.
+// For tests: how often the toolkit was taken down, and the controls that hold it now.
 int VisualToolkitFinalizeCount();
+std::int32_t ResourceReleaserUseCount();
 
 }  // namespace qx

@@ -20,9 +20,11 @@ HWnd AllocateUtilWindow(WndProc wndProc, void* owner, const char16_t* className)
   std::lock_guard guard(UtilWindowLock());
   IPlatform& os = Platform();
   WndProc existing = nullptr;
-  if (os.GetClassInfoW(className, &existing) && existing != &UtilDefWindowProc) os.UnregisterClassW(className);
+  if (os.GetClassInfoW(className, &existing) && existing != &UtilDefWindowProc)
+    os.UnregisterClassW(className);
   if (!os.GetClassInfoW(className, nullptr)) os.RegisterClassW(className, &UtilDefWindowProc);
-  HWnd window = os.CreateWindowExW(win::WS_EX_TOOLWINDOW, className, u"", win::WS_POPUP, 0, 0, 0, 0, nullptr, nullptr);
+  HWnd window =
+      os.CreateWindowExW(win::WS_EX_TOOLWINDOW, className, u"", win::WS_POPUP, 0, 0, 0, 0, nullptr, nullptr);
   if (!window) return nullptr;
   os.SetWindowLongPtrW(window, win::GWLP_USERDATA, reinterpret_cast<LongPtr>(owner));
   os.SetWindowLongPtrW(window, win::GWLP_WNDPROC, reinterpret_cast<LongPtr>(wndProc));
@@ -31,7 +33,16 @@ HWnd AllocateUtilWindow(WndProc wndProc, void* owner, const char16_t* className)
 
 void DeallocateUtilWindow(HWnd window) {
   std::lock_guard guard(UtilWindowLock());
-  if (window) Platform().DestroyWindow(window);
+  if (!window) return;
+  IPlatform& os = Platform();
+  char16_t className[256] = {};
+  const bool named = os.GetClassNameW(window, className, 256) > 0;
+  os.DestroyWindow(window);
+  // The class's procedure lives in this library, which the host may unload next: the last
+  // window of the class takes it along (the system refuses while another one stands).
+  WndProc proc = nullptr;
+  if (named && os.GetClassInfoW(className, &proc) && proc == &UtilDefWindowProc)
+    os.UnregisterClassW(className);
 }
 
 }  // namespace qx

@@ -103,7 +103,7 @@ void TTabbarParentForm::SetupTabGroupbar() {
     g.Name->SetText(title);
     g.NameShadow->SetText(title);
     TTextPainter measure = *g.NameShadow;
-    if (measure.Text.empty()) measure.Text = kMeasureText;
+    if (measure.Text.empty()) measure.Text.assign(1, kMeasureText[0]);
     g.NameShadow->SetHeight(measure.TextSize(0).cy + 4);
     if (FImageRes) {
       g.MenuButton->SetNormalBitmap(FImageRes->TabGroupActiveMune());

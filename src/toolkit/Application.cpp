@@ -43,9 +43,15 @@ void TApplication::Reset() {
   FWindowCallback = nullptr;
 }
 
+void TToolkit::FinalizeForms() {
+  Application().MainForm = nullptr;
+  // The library may be unloaded next: its window class must not outlive its procedure.
+  // (The system refuses while a window of the class still stands.)
+  Platform().UnregisterClassW(TCommonCustomForm::kWindowClassName);
+}
+
 void TToolkit::Finalize() {
-  TAnimation::ShutdownAniThread();
-  Application().Reset();
+  FinalizeForms();
   TStyleManager::UnInitialize();
   TFilterManager::UnInitialize();
   TBitmapCodecManager::UnInitialize();
@@ -53,10 +59,10 @@ void TToolkit::Finalize() {
   TCanvasManager::UnInitialize();
   TContextManager::UnInitialize();
   TShaderManager::UnInitialize();
+  // The animation thread still holds the timer service, so it goes before the services.
+  TAnimation::ShutdownAniThread();
+  Application().Reset();
   TPlatformServices::Current().Clear();
-  // The library may be unloaded next: its window class must not outlive its procedure.
-  // (The system refuses while a window of the class still stands.)
-  Platform().UnregisterClassW(TCommonCustomForm::kWindowClassName);
   ++FFinalizeCount;
 }
 

@@ -46,11 +46,11 @@ TApplication& Application();
 
 class TToolkit {
  public:
-  // Global teardown: stops the animation thread, clears the application's
-  // hooks, un-initialises every manager, removes every platform service and
-  // unregisters the forms' window class.
+  // Global teardown, in this order: the forms' bookkeeping and window class, every
+  // manager, the animation thread, the application's hooks, every platform service.
   // After it no toolkit call is made (the toolkit would start afresh if one were).
   static void Finalize();
+  static void FinalizeForms();
   static int FinalizeCount() { return FFinalizeCount; }
 
  private:

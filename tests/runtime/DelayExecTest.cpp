@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -121,12 +122,25 @@ TEST_F(DelayExecTest, DestroyingDropsQueuedAndInFlightTasks) {
   EXPECT_EQ(os_->WindowCount(), 0u);
 }
 
+TEST_F(DelayExecTest, TheLastUtilityWindowTakesItsClassAlong) {
+  auto first = std::make_unique<TDelayTaskList>();
+  auto second = std::make_unique<TDelayTaskList>();
+  first.reset();
+  EXPECT_TRUE(os_->GetClassInfoW(kDefaultUtilWindowClass, nullptr));
+  second.reset();
+  // A class left behind would keep a procedure of a library that may be unloaded.
+  EXPECT_FALSE(os_->GetClassInfoW(kDefaultUtilWindowClass, nullptr));
+  TDelayTaskList again;
+  EXPECT_TRUE(os_->GetClassInfoW(kDefaultUtilWindowClass, nullptr));
+}
+
 TEST_F(DelayExecTest, UtilityWindowHasItsClassAndStyles) {
   TDelayTaskList list;
   char16_t name[64] = {};
   ASSERT_GT(os_->GetClassNameW(list.WindowHandle(), name, 64), 0);
   EXPECT_EQ(std::u16string(name), kDefaultUtilWindowClass);
-  EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(list.WindowHandle(), win::GWL_STYLE)), win::WS_POPUP);
+  EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(list.WindowHandle(), win::GWL_STYLE)),
+            win::WS_POPUP);
   EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(list.WindowHandle(), win::GWL_EXSTYLE)),
             win::WS_EX_TOOLWINDOW);
 }

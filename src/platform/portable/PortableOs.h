@@ -109,6 +109,10 @@ class IPortableOs : public IPlatform {
   // Live windows and queued messages, to check for leaks.
   virtual std::size_t WindowCount() = 0;
   virtual std::size_t PendingMessageCount() = 0;
+  // Registered window classes (not the system's own), live timers of both kinds and hooks.
+  virtual std::vector<std::u16string> RegisteredClassNames() = 0;
+  virtual std::size_t TimerCount() = 0;
+  virtual std::size_t HookCount() = 0;
 };
 
 // The emulation behind Platform(); fails loudly on the real system.

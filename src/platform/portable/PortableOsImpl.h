@@ -58,6 +58,9 @@ class TPortableOs final : public IPortableOs {
   std::vector<TMessageBoxCall> MessageBoxCalls() override;
   std::size_t WindowCount() override;
   std::size_t PendingMessageCount() override;
+  std::vector<std::u16string> RegisteredClassNames() override;
+  std::size_t TimerCount() override;
+  std::size_t HookCount() override;
 
   // The built-in tooltip class's procedure works here.
   LResult TooltipMessage(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam);

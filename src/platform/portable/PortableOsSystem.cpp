@@ -101,4 +101,22 @@ std::size_t TPortableOs::WindowCount() {
   return FWindows.size() - 1;
 }
 
+std::vector<std::u16string> TPortableOs::RegisteredClassNames() {
+  TLock lock(FLock);
+  std::vector<std::u16string> names;
+  for (const auto& [key, cls] : FClasses)
+    if (!cls.system) names.push_back(cls.name);
+  return names;
+}
+
+std::size_t TPortableOs::TimerCount() {
+  TLock lock(FLock);
+  return FWindowTimers.size() + FMMTimers.size();
+}
+
+std::size_t TPortableOs::HookCount() {
+  TLock lock(FLock);
+  return FHooks.size();
+}
+
 }  // namespace qx

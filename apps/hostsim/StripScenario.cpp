@@ -1,0 +1,201 @@
+#include "StripScenario.h"
+
+#include <cstdio>
+#include <string>
+
+#include "ContactSheet.h"
+#include "PagePictures.h"
+#include "WindowCapture.h"
+#include "base/Guid.h"
+#include "base/Text.h"
+#include "fakehost/FakeHandle.h"
+#include "platform/portable/PortableOs.h"
+
+namespace qx {
+namespace {
+
+constexpr int kAddedPage = 6;
+
+TGUID PageGuid(int number) {
+  char text[40];
+  std::snprintf(text, sizeof text, "{5A0F%04X-0000-4000-8000-00000000%04X}", number, number);
+  return *TryParseGuid(std::string_view(text));
+}
+
+std::u16string PageUri(int number) {
+  return u"https://page" + FromUtf8(std::to_string(number)) + u".example/";
+}
+std::u16string PageTitle(int number) { return u"Page " + FromUtf8(std::to_string(number)); }
+
+TFakeTab* TabOfPage(TFakeHost& host, int number) {
+  return host.Model().TabByGuid(GuidToString(PageGuid(number)));
+}
+
+}  // namespace
+
+TStripScenario::TStripScenario(TFakeHost& host, std::filesystem::path root,
+                               const std::filesystem::path& skinRoot)
+    : FHost(host), FRoot(std::move(root)) {
+  FHost.UseFolder(FRoot);
+  if (!skinRoot.empty()) FHost.Resources().SetSkinRoot(skinRoot);
+}
+
+TStripScenario::~TStripScenario() {
+  DestroyStrip();
+  if (FMainWindow && Platform().IsWindow(FMainWindow)) Platform().DestroyWindow(FMainWindow);
+}
+
+std::filesystem::path TStripScenario::ThumbnailFolder() const {
+  return FRoot / "user/setting/client/thumbnail";
+}
+
+std::u16string TStripScenario::GuidOfPage(int number) const { return GuidToString(PageGuid(number)); }
+
+int TStripScenario::ActivePage() const {
+  TFakeTabGroup* group = FHost.Model().ActiveGroup();
+  for (int number = 1; number <= 8 && group; ++number) {
+    TFakeTab* tab = TabOfPage(FHost, number);
+    if (tab && tab == group->ActiveTab()) return number;
+  }
+  return 0;
+}
+
+void TStripScenario::PrepareHost() {
+  TFakeTabModel& model = FHost.Model();
+  auto open = [&](TFakeTabGroup* group, int number, std::int32_t section) {
+    TFakeOpenTab how;
+    how.Group = group;
+    how.Section = section;
+    how.Activate = false;
+    how.Title = PageTitle(number);
+    how.Guid = PageGuid(number);
+    model.OpenTab(PageUri(number), how);
+  };
+  ComPtr<TFakeTabGroup> travel = model.AddGroup(u"Travel");
+  open(travel.get(), 7, 0);
+  open(travel.get(), 8, 0);
+  ComPtr<TFakeTabGroup> work = model.AddGroup(u"Work");
+  model.SwitchGroup(work.get());
+  for (int number = 1; number <= 3; ++number) open(work.get(), number, 0);
+  for (int number = 4; number <= 5; ++number) open(work.get(), number, 1);
+  model.Activate(TabOfPage(FHost, 1));
+  for (int number = 1; number <= 8; ++number)
+    WriteThumbnail(ThumbnailFolder(), GuidOfPage(number),
+                   *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
+  FMainWindow = FHost.HostWindows().CreateMainWindow(TRect{40, 40, 40 + kHostWidth, 40 + kHostHeight});
+  PaintHostWindow();
+}
+
+HResult TStripScenario::CreateStrip(TModuleLoader& loader) {
+  if (!loader.GetPlugin()) return kFail;
+  HResult status = loader.GetPlugin()("PreviewStripPlugin", FHost.ServiceCore().get(), FPlugin.put());
+  if (Failed(status) || !FPlugin) return Failed(status) ? status : kFail;
+  FHost.RegisterPlugin("PreviewStripPlugin", FPlugin.get());
+  FControl = FPlugin.As<IQxIControl>();
+  if (!FControl) return kFail;
+  ComPtr<IQxIHandle> parent = MakeCom<TFakeHandle>(reinterpret_cast<std::uintptr_t>(FMainWindow));
+  ComPtr<IQxIHandle> control;
+  status = FControl->CreateControl(parent.get(), control.put());
+  std::uintptr_t value = 0;
+  if (Succeeded(status) && control && Succeeded(control->GetValue(&value))) {
+    FControlWindow = reinterpret_cast<HWnd>(value);
+    TRect client{};
+    Platform().GetClientRect(FMainWindow, &client);
+    Platform().SetWindowPos(FControlWindow, nullptr, 0, kStripTop, client.Width(), kStripHeight,
+                            win::SWP_NOZORDER | win::SWP_NOACTIVATE);
+    Platform().ShowWindow(FControlWindow, win::SW_SHOWNOACTIVATE);
+    // The browser comes up around its plug-ins' controls.
+    for (const char16_t* id :
+         {u"Client.Initialize", u"Client.Visible", u"Client.Loaded", u"Client.Initialized"})
+      FHost.Events().FireFromHost(id, {});
+  }
+  return status;
+}
+
+void TStripScenario::DestroyStrip() {
+  if (FControl) FControl->DestroyControl();
+  FControl = nullptr;
+  FControlWindow = nullptr;
+  if (FPlugin) FHost.RegisterPlugin("PreviewStripPlugin", nullptr);
+  FPlugin = nullptr;
+}
+
+void TStripScenario::SelectPage(int number) {
+  if (TFakeTab* tab = TabOfPage(FHost, number)) FHost.Model().Activate(tab);
+  PaintHostWindow();
+}
+
+void TStripScenario::AddPage() {
+  TFakeTabGroup* group = FHost.Model().ActiveGroup();
+  TFakeOpenTab how;
+  how.Group = group;
+  how.Section = group ? static_cast<std::int32_t>(group->Sections().size()) - 1 : -1;
+  how.Title = PageTitle(kAddedPage);
+  how.Guid = PageGuid(kAddedPage);
+  FHost.Model().OpenTab(PageUri(kAddedPage), how);
+  PaintHostWindow();
+}
+
+void TStripScenario::Settle(std::uint32_t milliseconds) {
+  IPortableOs& os = PortableOs();
+  for (std::uint32_t passed = 0; passed < milliseconds; passed += 10) os.AdvanceClock(10);
+  os.ProcessMessages();
+  if (FControlWindow) Platform().UpdateWindow(FControlWindow);
+  os.ProcessMessages();
+}
+
+void TStripScenario::PaintHostWindow() {
+  if (!FMainWindow) return;
+  TRect client{};
+  Platform().GetClientRect(FMainWindow, &client);
+  const int page = ActivePage();
+  std::unique_ptr<TBitmap> pagePicture =
+      page ? DrawPagePicture(page, client.Width(), client.Height() - kStripTop - kStripHeight) : nullptr;
+  std::unique_ptr<TBitmap> window =
+      DrawHostWindow(client.Width(), client.Height(), kStripTop, kStripHeight, pagePicture.get());
+  PortableOs().SetWindowSurface(FMainWindow, window->Width(), window->Height(), window->Bits());
+}
+
+std::unique_ptr<TBitmap> TStripScenario::Capture() { return CaptureWindow(FMainWindow); }
+
+TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loader,
+                                    const std::filesystem::path& outDir, std::FILE* log) {
+  TScenarioReport report;
+  std::error_code error;
+  std::filesystem::create_directories(outDir, error);
+  std::vector<std::unique_ptr<TBitmap>> pictures;
+  auto snap = [&](const char* name, const char* what) {
+    scenario.Settle(1000);
+    pictures.push_back(scenario.Capture());
+    const std::filesystem::path file = outDir / (std::to_string(pictures.size()) + "-" + name + ".png");
+    if (pictures.back()) pictures.back()->SaveToFile(file);
+    report.Pictures.push_back(file);
+    std::fprintf(log, "step %zu: %s\n    picture: %s\n", pictures.size(), what, file.string().c_str());
+  };
+
+  scenario.PrepareHost();
+  std::fprintf(log,
+               "host: group \"Work\" with pages 1-3 | 4-5 (two sections), group \"Travel\" with pages 7-8\n");
+  std::fprintf(log, "host: thumbnails of pages 1-8 in %s\n", scenario.ThumbnailFolder().string().c_str());
+  report.CreateResult = scenario.CreateStrip(loader);
+  std::fprintf(log, "CreateControl: 0x%08X, control window %p\n", static_cast<unsigned>(report.CreateResult),
+               static_cast<void*>(scenario.ControlWindow()));
+  snap("created", "the strip created in the host's main window, page 1 active");
+  scenario.SelectPage(4);
+  snap("selected", "page 4 selected by the host");
+  scenario.AddPage();
+  snap("added", "page 6 opened at the end and selected");
+
+  std::vector<const TBitmap*> sheet;
+  for (const auto& picture : pictures) sheet.push_back(picture.get());
+  if (std::unique_ptr<TBitmap> contact = MakeContactSheet(sheet)) {
+    report.ContactSheet = outDir / "contact-sheet.png";
+    contact->SaveToFile(report.ContactSheet);
+    std::fprintf(log, "contact sheet: %s\n", report.ContactSheet.string().c_str());
+  }
+  scenario.DestroyStrip();
+  std::fprintf(log, "DestroyControl: done\n");
+  return report;
+}
+
+}  // namespace qx

@@ -1,0 +1,82 @@
+#pragma once
+
+// The tab strip in a simulated browser: the fake host with its tabs, their thumbnails in
+// the module's cache folder and a main window; the module reached through its exports
+// only. Runs on the emulated window system of this process, on whatever clock it has.
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ModuleLoader.h"
+#include "fakehost/FakeHost.h"
+#include "toolkit/Bitmap.h"
+
+namespace qx {
+
+inline constexpr int kHostWidth = 960;
+inline constexpr int kHostHeight = 200;
+inline constexpr int kStripTop = 28;
+inline constexpr int kStripHeight = 53;
+inline constexpr int kThumbnailWidth = 192;
+inline constexpr int kThumbnailHeight = 94;
+
+class TStripScenario {
+ public:
+  // root: a folder of the run's own for the host's directories; skinRoot: the default skin.
+  TStripScenario(TFakeHost& host, std::filesystem::path root, const std::filesystem::path& skinRoot);
+  ~TStripScenario();
+  TStripScenario(const TStripScenario&) = delete;
+  TStripScenario& operator=(const TStripScenario&) = delete;
+
+  // Two groups; the first, shown, has pages 1 to 5 in two sections, page 1 active; the
+  // second has pages 7 and 8. Every page's thumbnail goes into the cache folder, and so
+  // does that of page 6, which AddTab opens later.
+  void PrepareHost();
+  // QxGetPlugin for the tab strip, registered with the host, then CreateControl with the
+  // main window as parent; the control's window is placed under the title band.
+  HResult CreateStrip(TModuleLoader& loader);
+  // DestroyControl, then the host forgets and releases the plug-in.
+  void DestroyStrip();
+
+  void SelectPage(int number);
+  // Opens page 6 at the end of the shown group's last section and selects it.
+  void AddPage();
+  // Lets milliseconds pass on the clock in 10 ms steps, so timers and animations run.
+  void Settle(std::uint32_t milliseconds);
+  // The host window as shown, from the window system's pixels.
+  std::unique_ptr<TBitmap> Capture();
+
+  HWnd MainWindow() const { return FMainWindow; }
+  HWnd ControlWindow() const { return FControlWindow; }
+  IUnknown* StripPlugin() const { return FPlugin.get(); }
+  std::filesystem::path ThumbnailFolder() const;
+  std::u16string GuidOfPage(int number) const;
+  int ActivePage() const;
+
+ private:
+  void PaintHostWindow();
+
+  TFakeHost& FHost;
+  std::filesystem::path FRoot;
+  HWnd FMainWindow = nullptr;
+  HWnd FControlWindow = nullptr;
+  ComPtr<IUnknown> FPlugin;
+  ComPtr<IQxIControl> FControl;
+};
+
+struct TScenarioReport {
+  HResult CreateResult = 0;
+  std::vector<std::filesystem::path> Pictures;
+  std::filesystem::path ContactSheet;
+};
+
+// The built-in run: prepare, create the strip, select page 4, add page 6, destroy; one
+// picture after each step in outDir, then the contact sheet. What it does goes to log.
+TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loader,
+                                    const std::filesystem::path& outDir, std::FILE* log);
+
+}  // namespace qx

@@ -1,0 +1,116 @@
+#include "StripFixture.h"
+#include "platform/portable/PortableOsExport.h"
+#include "tabview/PreviewStripIntf.h"
+
+QX_EXPORT_PORTABLE_OS()
+
+namespace qx::test {
+namespace {
+
+// A parent handle whose value cannot be read.
+class TFailingHandle : public TInterfacedObject<IQxIHandle> {
+ public:
+  HResult QX_STDCALL GetValue(std::uintptr_t*) override { return kFail; }
+};
+
+std::int32_t Side(IQxIControl* control, HResult (QX_STDCALL IQxIControl::*op)(std::int32_t*)) {
+  std::int32_t value = -1;
+  EXPECT_EQ((control->*op)(&value), kOk);
+  return value;
+}
+
+TEST_F(StripTest, CreateControlPutsTheFormIntoTheParentAsAChildWindow) {
+  scenario_->PrepareHost();
+  ASSERT_EQ(scenario_->CreateStrip(loader_), kOk);
+  const HWnd form = scenario_->ControlWindow();
+  ASSERT_TRUE(os_->IsWindow(form));
+  EXPECT_EQ(os_->GetParent(form), scenario_->MainWindow());
+  const auto style = static_cast<std::uint32_t>(os_->GetWindowLongW(form, win::GWL_STYLE));
+  EXPECT_TRUE(style & win::WS_CHILD);
+  EXPECT_FALSE(style & win::WS_POPUP);
+  scenario_->Settle(500);
+  ComPtr<IQxIControl> control = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IQxIControl>();
+  const std::int32_t left = Side(control.get(), &IQxIControl::GetChildFrameLeft);
+  const std::int32_t right = Side(control.get(), &IQxIControl::GetChildFrameRight);
+  EXPECT_LT(left, right);
+  EXPECT_LE(right, kHostWidth);
+  EXPECT_GT(Side(control.get(), &IQxIControl::GetChildFrameBottom),
+            Side(control.get(), &IQxIControl::GetChildFrameTop));
+  ComPtr<IPreviewStrip> strip = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IPreviewStrip>();
+  EXPECT_NE(strip->GetTabList(), nullptr);
+  scenario_->AddPage();
+  scenario_->Settle(500);
+  EXPECT_NE(strip->GetActiveTab(), nullptr);
+  TRectF box;
+  strip->TabScrollBoxScreenRect(box);
+  EXPECT_GT(box.Width(), 0);
+  // The host's client events reach a strip that stands.
+  host_.Events().FireFromHost(u"Client.Visible", {});
+
+  // A second call makes nothing and hands out nothing.
+  const std::size_t windows = os_->WindowCount();
+  ComPtr<IQxIHandle> parent = MakeCom<TFakeHandle>(reinterpret_cast<std::uintptr_t>(scenario_->MainWindow()));
+  IQxIHandle* second = reinterpret_cast<IQxIHandle*>(0x1);
+  EXPECT_EQ(control->CreateControl(parent.get(), &second), kOk);
+  EXPECT_EQ(second, nullptr);
+  EXPECT_EQ(os_->WindowCount(), windows);
+
+  // Destroying twice is harmless; afterwards every answer is the one without a form.
+  EXPECT_EQ(control->DestroyControl(), kOk);
+  EXPECT_EQ(control->DestroyControl(), kOk);
+  EXPECT_FALSE(os_->IsWindow(form));
+  EXPECT_EQ(Side(control.get(), &IQxIControl::GetChildFrameRight), 0);
+  EXPECT_EQ(strip->GetTabList(), nullptr);
+  EXPECT_EQ(strip->GetActiveTab(), nullptr);
+  strip->TabScrollBoxScreenRect(box);
+  EXPECT_EQ(box, TRectF{});
+  strip->HideTitleForm(true);
+  host_.Events().FireFromHost(u"Client.Visible", {});
+}
+
+TEST_F(StripTest, TheLastControlLeavesNothingRegistered) {
+  scenario_->PrepareHost();
+  ASSERT_EQ(scenario_->CreateStrip(loader_), kOk);
+  scenario_->AddPage();
+  scenario_->Settle(500);
+  EXPECT_TRUE(FormClassRegistered());
+  scenario_->DestroyStrip();
+  EXPECT_FALSE(FormClassRegistered());
+  // Only the host's own window class stays.
+  EXPECT_EQ(os_->RegisteredClassNames(), std::vector<std::u16string>{u"QxFakeHostMainWindow"});
+  EXPECT_EQ(os_->TimerCount(), 0u);
+  EXPECT_EQ(os_->HookCount(), 0u);
+}
+
+TEST_F(StripTest, AHostWithoutTabDockGetsAnEmptyStrip) {
+  scenario_->PrepareHost();
+  host_.TabManager().SetDockAvailable(false);
+  ASSERT_EQ(scenario_->CreateStrip(loader_), kOk);
+  scenario_->Settle(500);
+  ComPtr<IPreviewStrip> strip = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IPreviewStrip>();
+  EXPECT_EQ(strip->GetActiveTab(), nullptr);
+  scenario_->AddPage();
+  scenario_->Settle(500);
+  EXPECT_EQ(strip->GetActiveTab(), nullptr);
+}
+
+TEST_F(StripTest, AParentThatCannotBeReadLeavesTheFormWithoutParent) {
+  scenario_->PrepareHost();
+  ComPtr<IQxIControl> control = NewStripControl();
+  for (ComPtr<IQxIHandle> parent : {ComPtr<IQxIHandle>(MakeCom<TFailingHandle>()), ComPtr<IQxIHandle>()}) {
+    ComPtr<IQxIHandle> handle;
+    ASSERT_EQ(control->CreateControl(parent.get(), handle.put()), kOk);
+    std::uintptr_t value = 0;
+    ASSERT_TRUE(handle);
+    ASSERT_EQ(handle->GetValue(&value), kOk);
+    const auto form = reinterpret_cast<HWnd>(value);
+    EXPECT_TRUE(os_->IsWindow(form));
+    EXPECT_EQ(os_->GetParent(form), nullptr);
+    EXPECT_EQ(control->DestroyControl(), kOk);
+    EXPECT_FALSE(os_->IsWindow(form));
+    control = NewStripControl();
+  }
+}
+
+}  // namespace
+}  // namespace qx::test
