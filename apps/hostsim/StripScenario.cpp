@@ -15,6 +15,7 @@ namespace qx {
 namespace {
 
 constexpr int kAddedPage = 6;
+constexpr int kLastPage = 40;
 
 TGUID PageGuid(int number) {
   char text[40];
@@ -53,7 +54,7 @@ std::u16string TStripScenario::GuidOfPage(int number) const { return GuidToStrin
 
 int TStripScenario::ActivePage() const {
   TFakeTabGroup* group = FHost.Model().ActiveGroup();
-  for (int number = 1; number <= 8 && group; ++number) {
+  for (int number = 1; number <= kLastPage && group; ++number) {
     TFakeTab* tab = TabOfPage(FHost, number);
     if (tab && tab == group->ActiveTab()) return number;
   }
@@ -136,6 +137,22 @@ void TStripScenario::AddPage() {
   PaintHostWindow();
 }
 
+void TStripScenario::AddPages(int first, int last) {
+  TFakeTabGroup* group = FHost.Model().ActiveGroup();
+  for (int number = first; number <= last; ++number) {
+    WriteThumbnail(ThumbnailFolder(), GuidOfPage(number),
+                   *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
+    TFakeOpenTab how;
+    how.Group = group;
+    how.Section = group ? static_cast<std::int32_t>(group->Sections().size()) - 1 : -1;
+    how.Activate = false;
+    how.Title = PageTitle(number);
+    how.Guid = PageGuid(number);
+    FHost.Model().OpenTab(PageUri(number), how);
+  }
+  PaintHostWindow();
+}
+
 void TStripScenario::Settle(std::uint32_t milliseconds) {
   IPortableOs& os = PortableOs();
   for (std::uint32_t passed = 0; passed < milliseconds; passed += 10) os.AdvanceClock(10);
@@ -185,6 +202,10 @@ TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loa
   snap("selected", "page 4 selected by the host");
   scenario.AddPage();
   snap("added", "page 6 opened at the end and selected");
+  scenario.AddPages(9, kLastPage);
+  snap("crowded", "pages 9-40 opened behind page 6: the tabs close up on a curve at the left end");
+  scenario.SelectPage(20);
+  snap("centred", "page 20 selected: it comes to the middle, curves at both ends");
 
   std::vector<const TBitmap*> sheet;
   for (const auto& picture : pictures) sheet.push_back(picture.get());

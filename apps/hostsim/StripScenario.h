@@ -45,6 +45,8 @@ class TStripScenario {
   void SelectPage(int number);
   // Opens page 6 at the end of the shown group's last section and selects it.
   void AddPage();
+  // Opens pages first..last behind the others in the last section, thumbnails cached.
+  void AddPages(int first, int last);
   // Lets milliseconds pass on the clock in 10 ms steps, so timers and animations run.
   void Settle(std::uint32_t milliseconds);
   // The host window as shown, from the window system's pixels.

@@ -146,6 +146,7 @@ class TTabbarFrame : public TFrame {
   void CreateThumbnailCache();
   bool IsTitleMenuWidgetCreated();
   void InitializeEvents();
+  void ProcessClientInitialized();
   void ProcessTabGroupChanged(IQxIStringDictionaryWrap* parameters);
   void UnInitializeEvents();
   void CheckCabinetStartupScreen();

@@ -14,10 +14,22 @@ void TTabbarFrame::InitializeEvents() {
                                   ProcessTabGroupChanged(FServiceCore->EventParameters(event).get());
                                   return kOk;
                                 });
+  FServiceCore->AddEventHandler(0, u"Client.Initialized", FClientInitializedEventListener, false,
+                                [this](const TString&, IQxIEvent*) -> HResult {
+                                  ProcessClientInitialized();
+                                  return kOk;
+                                });
+}
+
+void TTabbarFrame::ProcessClientInitialized() {
+  FClientInitialized = true;
+  CheckCabinetStartupScreen();
+  // Whatever the host did before this is picked up in one sync.
+  UpdateTabbar(false, false);
 }
 
 void TTabbarFrame::ProcessTabGroupChanged(IQxIStringDictionaryWrap* parameters) {
-  if (!parameters || parameters->Value(u"timing") != u"after") return;
+  if (!FClientInitialized || !parameters || parameters->Value(u"timing") != u"after") return;
   if (parameters->Value(u"event") == u"SetActiveTab") {
     if (auto* tab = AsTabImage(FTabList->FindTabImageFromId(parameters->Value(u"new-tab-id"))))
       SetActiveTabImage(tab, false);
@@ -31,6 +43,9 @@ void TTabbarFrame::UnInitializeEvents() {
   if (FTabGroupChangedEventListener)
     FServiceCore->RemoveEventListener(u"TabGroup.Changed", FTabGroupChangedEventListener.get());
   FTabGroupChangedEventListener = nullptr;
+  if (FClientInitializedEventListener)
+    FServiceCore->RemoveEventListener(u"Client.Initialized", FClientInitializedEventListener.get());
+  FClientInitializedEventListener = nullptr;
 }
 
 void TTabbarFrame::CheckCabinetStartupScreen() {

@@ -201,6 +201,7 @@ TTabImage* TTabbarFrame::AddTabImage(TTabImageSection* section, IQxITab* tab) {
   image->SetOnGetActive([this](const TTabImageItem& item) { return GetTabActive(item); });
   image->OnDragOffsetAnimationFinish = [this](TFmxObject* sender) { TabDragOffsetAnimationFinish(sender); };
   image->OnCloseButtonShown = [this](TFmxObject* sender) { CancelOtherCloseButtonHover(sender); };
+  image->OnConvertLocalMatrix = [this](TTabImage* tab, float x) { return ConvertTabLocalMatrix(tab, x); };
   image->Position().SetY(kTabTop);
   // Right of every image that stands, so a new tab slides in from the far right.
   image->Position().SetX(static_cast<float>(FHostTabs.size()) * kTabWidth);
@@ -210,6 +211,8 @@ TTabImage* TTabbarFrame::AddTabImage(TTabImageSection* section, IQxITab* tab) {
   FTabScrollBox->AddObject(image);
   if (FTabImageCacheMgr) image->LoadCacheImage(*FTabImageCacheMgr);
   image->UpdateTabStatus();
+  // A new tab takes the dim of an unselected tab at once, like every tab beside it.
+  image->UpdateDimAndShadow(image == FHoveredTab, true);
   return image;
 }
 

@@ -139,7 +139,8 @@ void TTabImage::BuildLayers() {
   FContent->AddObject(FCloseButton);
   FCloseButton->SetWrapMode(TImageWrapMode::Original);
   FCloseButton->SetBounds(width - kCloseButtonSize, 1, kCloseButtonSize, kCloseButtonSize);
-  if (FImageRes) SetCloseButtonSet(FImageRes->TabClose(), FImageRes->TabCloseHovered(), FImageRes->TabClosePressed());
+  if (FImageRes)
+    SetCloseButtonSet(FImageRes->TabClose(), FImageRes->TabCloseHovered(), FImageRes->TabClosePressed());
   FCloseButton->SetOpacity(0);
   FCloseAnimation = MakeAnimation<TFloatAnimation>(FCloseButton, "Opacity", kCloseDuration);
 
@@ -158,11 +159,13 @@ void TTabImage::AssignBlankPicture() {
   std::unique_ptr<TBitmap>& blank = BlankSlot();
   if (!blank && FImageRes) {
     if (TBitmap* picture = FImageRes->TabBlank()) {
-      auto made = std::make_unique<TBitmap>(static_cast<int>(kThumbnailWidth), static_cast<int>(kThumbnailHeight));
+      auto made =
+          std::make_unique<TBitmap>(static_cast<int>(kThumbnailWidth), static_cast<int>(kThumbnailHeight));
       TCanvas& canvas = made->Canvas();
       if (canvas.BeginScene()) {
         canvas.Clear(TAlphaColors::Null);
-        const TRectF source(0, 0, static_cast<float>(picture->Width()), static_cast<float>(picture->Height()));
+        const TRectF source(0, 0, static_cast<float>(picture->Width()),
+                            static_cast<float>(picture->Height()));
         canvas.DrawBitmap(*picture, source, source, 1);
         canvas.EndScene();
       }
@@ -256,7 +259,9 @@ void TTabImage::TabImageAbsoluteRect(bool useFinalPosition, TRectF& rect) const 
   }
 }
 
-TRectF TTabImage::TabImageParentedRect() const { return FBase->BoundsRect().Offset(Position().X(), Position().Y()); }
+TRectF TTabImage::TabImageParentedRect() const {
+  return FBase->BoundsRect().Offset(Position().X(), Position().Y());
+}
 
 TRectD TTabImage::TabImageParentedRectD() const {
   const TRectF r = TabImageParentedRect();
@@ -283,6 +288,16 @@ TPointF TTabImage::TabImageRootScreenPosition() const {
 }
 
 TPointF TTabImage::TabImageAbsoluteToLocal(TPointF point) const { return AbsoluteToLocal(point); }
+
+TPointF TTabImage::OffsetInParent() const {
+  const TPointF own = TLayout::OffsetInParent();
+  if (!OnConvertLocalMatrix) return own;
+  // The handler answers the place in the scroll box; the content's shift by the viewport
+  // is taken back out, so the layout alone decides where a tab stands.
+  const TControl* content = ParentControl();
+  const float contentLeft = content ? content->Position().X() : 0;
+  return {OnConvertLocalMatrix(const_cast<TTabImage*>(this), own.X) - contentLeft, own.Y};
+}
 
 TRectF TTabImage::AbsoluteRectNoDragOffset() const { return FBase->AbsoluteRect().Offset(FDragOffset, 0); }
 
@@ -419,7 +434,8 @@ void TTabImage::UpdateTabStatus() {
                         FImageRes ? FImageRes->TabBadgeProtectedHovered() : nullptr,
                         FImageRes ? FImageRes->TabBadgeProtectedPressed() : nullptr);
     } else {
-      SetCloseButtonSet(FImageRes ? FImageRes->TabClose() : nullptr, FImageRes ? FImageRes->TabCloseHovered() : nullptr,
+      SetCloseButtonSet(FImageRes ? FImageRes->TabClose() : nullptr,
+                        FImageRes ? FImageRes->TabCloseHovered() : nullptr,
                         FImageRes ? FImageRes->TabClosePressed() : nullptr);
     }
   }
@@ -434,7 +450,8 @@ void TTabImage::UpdateTabStatus() {
                         FImageRes ? FImageRes->TabBadgeBookmarkedHovered() : nullptr,
                         FImageRes ? FImageRes->TabBadgeBookmarkedPressed() : nullptr);
     } else {
-      SetCloseButtonSet(FImageRes ? FImageRes->TabClose() : nullptr, FImageRes ? FImageRes->TabCloseHovered() : nullptr,
+      SetCloseButtonSet(FImageRes ? FImageRes->TabClose() : nullptr,
+                        FImageRes ? FImageRes->TabCloseHovered() : nullptr,
                         FImageRes ? FImageRes->TabClosePressed() : nullptr);
     }
   }

@@ -115,6 +115,9 @@ class TTabImage : public TLayout, public TTabImageItem {
   // The host offers no question for "is this tab's page bookmarked"; the frame
   // answers it. Without a handler the bookmark state stays as it is.
   std::function<bool(TTabImage& sender)> OnGetBookmarked;
+  // Turns the tab's left in the scroll content into its left in the scroll box, where
+  // it is drawn whatever the viewport; without a handler the content's offset holds.
+  std::function<float(TTabImage* tab, float x)> OnConvertLocalMatrix;
 
   // ---- parts, for the frame and for tests
   TLayout* Content() const { return FContent; }
@@ -138,6 +141,11 @@ class TTabImage : public TLayout, public TTabImageItem {
   static void ReleaseBlankPicture();
 
   const TPropertyTable& Properties() const override { return ClassProperties(); }
+
+ protected:
+  TPointF OffsetInParent() const override;
+
+ public:
   static const TPropertyTable& ClassProperties();
 
  private:

@@ -46,7 +46,10 @@ void TControl::SetBounds(float x, float y, float width, float height) {
 }
 
 TPointF TControl::LocalToAbsolute(TPointF p) const {
-  for (const TControl* c = this; c; c = c->ParentControl()) p = {p.X + c->FLeft, p.Y + c->FTop};
+  for (const TControl* c = this; c; c = c->ParentControl()) {
+    const TPointF offset = c->OffsetInParent();
+    p = {p.X + offset.X, p.Y + offset.Y};
+  }
   return p;
 }
 
@@ -148,9 +151,9 @@ namespace {
 void AlignControls(const std::vector<TControl*>& controls, TRectF r, TRectF whole) {
   auto place = [](TControl* c, float x, float y, float w, float h) { c->SetBounds(x, y, w, h); };
   auto margins = [](TControl* c) { return c->Margins().Rect(); };
-  const TAlignLayout order[] = {TAlignLayout::MostTop, TAlignLayout::MostBottom, TAlignLayout::MostLeft,
-                                TAlignLayout::MostRight, TAlignLayout::Top, TAlignLayout::Bottom,
-                                TAlignLayout::Left, TAlignLayout::Right};
+  const TAlignLayout order[] = {TAlignLayout::MostTop,   TAlignLayout::MostBottom, TAlignLayout::MostLeft,
+                                TAlignLayout::MostRight, TAlignLayout::Top,        TAlignLayout::Bottom,
+                                TAlignLayout::Left,      TAlignLayout::Right};
   for (TAlignLayout pass : order) {
     for (TControl* c : controls) {
       if (c->Align() != pass || !c->Visible()) continue;
@@ -163,7 +166,8 @@ void AlignControls(const std::vector<TControl*>& controls, TRectF r, TRectF whol
           break;
         case TAlignLayout::MostBottom:
         case TAlignLayout::Bottom:
-          place(c, r.Left + m.Left, r.Bottom - m.Bottom - c->Height(), r.Width() - m.Left - m.Right, c->Height());
+          place(c, r.Left + m.Left, r.Bottom - m.Bottom - c->Height(), r.Width() - m.Left - m.Right,
+                c->Height());
           r.Bottom -= c->Height() + m.Top + m.Bottom;
           break;
         case TAlignLayout::MostLeft:
@@ -342,7 +346,8 @@ void TControl::MouseUp(TMouseButton button, TShiftState shift, float x, float y)
   if (OnMouseUp) OnMouseUp(this, button, shift, x, y);
   bool wasPressed = FPressed;
   if (button == TMouseButton::mbLeft) FPressed = false;
-  if (wasPressed && button == TMouseButton::mbLeft && LocalRect().Contains({x, y}) && !IsDestroying()) Click();
+  if (wasPressed && button == TMouseButton::mbLeft && LocalRect().Contains({x, y}) && !IsDestroying())
+    Click();
 }
 
 void TControl::MouseWheel(TShiftState shift, int wheelDelta, bool& handled) {
@@ -407,7 +412,8 @@ void TControl::PaintTo(TCanvas& canvas, float parentOpacity) {
       return;
     }
   TCanvas::TState saved = canvas.SaveState();
-  TPointF mine{origin.X + FLeft, origin.Y + FTop};
+  const TPointF offset = OffsetInParent();
+  TPointF mine{origin.X + offset.X, origin.Y + offset.Y};
   canvas.SetOffset(mine);
   TRectF absolute = LocalRect().Offset(mine.X, mine.Y);
   bool visibleHere = !absolute.Intersect(canvas.ClipRect()).IsEmpty();
@@ -438,7 +444,8 @@ void TControl::PaintChildren(TCanvas& canvas, TPointF origin, float opacity) {
 void TControl::PaintWithEffect(TCanvas& canvas, TPointF origin, float opacity, float softness) {
   // Render the control alone, blur it, and draw the result with the spread around it.
   int spread = TBlurEffect::RadiusFor(softness) * 2;
-  int w = static_cast<int>(std::ceil(FWidth)) + 2 * spread, h = static_cast<int>(std::ceil(FHeight)) + 2 * spread;
+  int w = static_cast<int>(std::ceil(FWidth)) + 2 * spread,
+      h = static_cast<int>(std::ceil(FHeight)) + 2 * spread;
   if (w <= 0 || h <= 0) return;
   TBitmap layer(w, h);
   TCanvas& lc = layer.Canvas();
@@ -453,7 +460,9 @@ void TControl::PaintWithEffect(TCanvas& canvas, TPointF origin, float opacity, f
   TBlurEffect::BlurBitmap(layer, softness);
   TCanvas::TState saved = canvas.SaveState();
   canvas.SetOffset({0, 0});
-  float x = origin.X + FLeft - static_cast<float>(spread), y = origin.Y + FTop - static_cast<float>(spread);
+  const TPointF offset = OffsetInParent();
+  float x = origin.X + offset.X - static_cast<float>(spread),
+        y = origin.Y + offset.Y - static_cast<float>(spread);
   canvas.DrawBitmap(layer, TRectF(0, 0, static_cast<float>(w), static_cast<float>(h)),
                     TRectF::FromSize(x, y, static_cast<float>(w), static_cast<float>(h)), opacity);
   canvas.RestoreState(saved);

@@ -19,8 +19,22 @@ class TCommonCustomForm;
 class TControl;
 
 enum class TAlignLayout {
-  None, Top, Left, Right, Bottom, MostTop, MostBottom, MostLeft, MostRight,
-  Client, Contents, Center, VertCenter, HorzCenter, Horizontal, Vertical
+  None,
+  Top,
+  Left,
+  Right,
+  Bottom,
+  MostTop,
+  MostBottom,
+  MostLeft,
+  MostRight,
+  Client,
+  Contents,
+  Center,
+  VertCenter,
+  HorzCenter,
+  Horizontal,
+  Vertical
 };
 
 // Four edges with change notification (margins, padding).
@@ -181,6 +195,9 @@ class TControl : public TFmxObject {
   // Places aligned children in the content rectangle.
   virtual void DoRealign();
   virtual TRectF ContentRect() const;
+  // Where the control stands in its parent for painting and hit testing; a control
+  // whose on-screen place is not its position (the strip's tabs) answers its own.
+  virtual TPointF OffsetInParent() const { return {FLeft, FTop}; }
   void ParentChanged() override;
   void ChildrenChanged() override;
   void DoAddObject(TFmxObject* object) override;

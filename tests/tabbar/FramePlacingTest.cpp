@@ -130,7 +130,7 @@ TEST_F(ParentFormTest, TheStripInItsFormGrowsToTheFormsWidthAndShowsAfterTheFirs
   TTabbarFrame& frame = *form.TabbarChildFrame();
   EXPECT_FALSE(form.TabbarChildFrameImage()->Visible());
   for (int i = 0; i < 2; ++i) Open();
-  frame.UpdateTabbar(true, false);
+  host_.Events().FireFromHost(u"Client.Initialized", {});
   Advance(1000);
   EXPECT_TRUE(form.TabbarChildFrameImage()->Visible());
   EXPECT_EQ(frame.TabbarWidth(), 2 * 98 + 128);

@@ -134,6 +134,10 @@ TEST_F(FrameTest, UpdateTabbarDuringADragWaitsForTheDrop) {
 TEST_F(FrameTest, TheHostsTabGroupEventsKeepTheMirrorCurrent) {
   MakeFrame();
   Open();
+  // Before the host says it is up, its events are left alone; the sync then catches up.
+  EXPECT_EQ(MirrorText(), u"");
+  host_.Events().FireFromHost(u"Client.Initialized", {});
+  EXPECT_EQ(MirrorText(), HostText());
   TFakeTab* second = Open();
   host_.Model().CloseTab(second);
   Open(u"about:blank", 1);
