@@ -83,12 +83,15 @@ class TBenchStrip {
     FFrame = new TTabbarFrame(FForm.get(), FImageRes.get(), nullptr, browser.Wrap(), nullptr);
     FFrame->SetParent(FForm.get());
     FFrame->SetBounds(0, 0, kStripWidth, kStripHeight);
-    FFrame->UpdateTabbar(false, false);
+    // The host comes up: the strip's first sync, and from now on it follows the events.
+    browser.Host().Events().FireFromHost(u"Client.Initialized", {});
   }
   ~TBenchStrip() {
     FForm.reset();
     FImageRes.reset();
     TTabImage::ReleaseBlankPicture();
+    // As when the last control goes: the next strip installs its animation thread anew.
+    TToolkit::Finalize();
   }
   TTabbarFrame& Frame() { return *FFrame; }
   TForm& Form() { return *FForm; }
