@@ -82,7 +82,8 @@ void TTabImage::BuildLayers() {
   FBase = MakeLayer(FContent);
   FBase->SetBounds(0, 0, width, height);
   FBase->SetWrapMode(TImageWrapMode::Stretch);
-  FBase->SetBitmap(MakeSolidBitmap(kBaseColor, width, height).get());
+  // One pixel stretched is the same solid picture, at a fraction of the memory per tab.
+  FBase->SetBitmap(MakeSolidBitmap(kBaseColor, 1, 1).get());
   FBase->SetHitTest(true);
   FBase->SendToBack();
   FBase->OnMouseDown = [this](TFmxObject*, TMouseButton, TShiftState, float x, float y) {
@@ -116,7 +117,7 @@ void TTabImage::BuildLayers() {
   FDim = MakeLayer(FContent);
   FDim->SetBounds(0, 0, width, height);
   FDim->SetWrapMode(TImageWrapMode::Stretch);
-  FDim->SetBitmap(MakeSolidBitmap(kDimColor, width, height).get());
+  FDim->SetBitmap(MakeSolidBitmap(kDimColor, 1, 1).get());
   FDim->SetOpacity(0);
   FDimAnimation = MakeAnimation<TFloatAnimation>(FDim, "Opacity", kDimDuration);
 

@@ -47,12 +47,13 @@ void TBitmap::SetSize(int width, int height) {
   if (width == FWidth && height == FHeight) return;
   FWidth = width;
   FHeight = height;
-  FPixels.assign(static_cast<std::size_t>(width) * height, 0u);
+  FPixels = std::make_shared<TPixels>(static_cast<std::size_t>(width) * height, 0u);
   BitmapChanged();
 }
 
 void TBitmap::Clear(TAlphaColor color) {
-  std::fill(FPixels.begin(), FPixels.end(), PremultiplyColor(color));
+  TPixels& pixels = OwnPixels();
+  std::fill(pixels.begin(), pixels.end(), PremultiplyColor(color));
   BitmapChanged();
 }
 
@@ -60,7 +61,9 @@ bool TBitmap::Map(TMapAccess access, TBitmapData& data) {
   if (FMapped || IsEmpty()) return false;
   FMapped = true;
   FMapAccess = access;
-  data.Data = reinterpret_cast<std::uint8_t*>(FPixels.data());
+  // Only a writer needs pixels of its own; readers go on sharing them.
+  data.Data = access == TMapAccess::Read ? reinterpret_cast<std::uint8_t*>(FPixels->data())
+                                         : reinterpret_cast<std::uint8_t*>(OwnPixels().data());
   data.Pitch = FWidth * 4;
   data.Width = FWidth;
   data.Height = FHeight;
@@ -74,11 +77,19 @@ void TBitmap::Unmap(TBitmapData& data) {
   if (FMapAccess != TMapAccess::Read) BitmapChanged();
 }
 
+TBitmap::TPixels& TBitmap::OwnPixels() {
+  if (!FPixels)
+    FPixels = std::make_shared<TPixels>();
+  else if (FPixels.use_count() > 1)
+    FPixels = std::make_shared<TPixels>(*FPixels);
+  return *FPixels;
+}
+
 void TBitmap::Assign(const TBitmap* source) {
   if (source == this) return;
   if (!source) {
     FWidth = FHeight = 0;
-    FPixels.clear();
+    FPixels.reset();
   } else {
     FWidth = source->FWidth;
     FHeight = source->FHeight;
@@ -103,7 +114,7 @@ void TBitmap::LoadFromMemory(const std::uint8_t* data, std::size_t size) {
   TBitmapCodecManager::Decode(data, size, image);
   FWidth = image.Width;
   FHeight = image.Height;
-  FPixels = std::move(image.Pixels);
+  FPixels = std::make_shared<TPixels>(std::move(image.Pixels));
   BitmapChanged();
 }
 
@@ -117,7 +128,7 @@ void TBitmap::SaveToFile(const std::filesystem::path& fileName) const {
 
 void TBitmap::SaveToStream(std::ostream& stream) const {
   if (IsEmpty()) throw EInvalidImage("Cannot save an empty bitmap");
-  codec::TRawImage image{FWidth, FHeight, FPixels};
+  codec::TRawImage image{FWidth, FHeight, *FPixels};
   std::vector<std::uint8_t> bytes = TBitmapCodecManager::EncodePng(image);
   stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }

@@ -52,7 +52,8 @@ class TBitmap {
   bool Map(TMapAccess access, TBitmapData& data);
   void Unmap(TBitmapData& data);
 
-  // Copies size and pixels; nullptr empties this bitmap.
+  // Copies size and pixels; nullptr empties this bitmap. The pixels are shared until
+  // either bitmap is written, so thousands of controls showing one picture hold it once.
   void Assign(const TBitmap* source);
 
   // Format by content: PNG, BMP and ICO read; PNG written.
@@ -64,9 +65,10 @@ class TBitmap {
 
   TCanvas& Canvas();
 
-  std::uint32_t* Bits() { return FPixels.data(); }
-  const std::uint32_t* Bits() const { return FPixels.data(); }
-  std::uint32_t Pixel(int x, int y) const { return FPixels[static_cast<std::size_t>(y) * FWidth + x]; }
+  // Writable pixels: a bitmap that shares its pixels takes a copy of its own first.
+  std::uint32_t* Bits() { return OwnPixels().data(); }
+  const std::uint32_t* Bits() const { return FPixels ? FPixels->data() : nullptr; }
+  std::uint32_t Pixel(int x, int y) const { return (*FPixels)[static_cast<std::size_t>(y) * FWidth + x]; }
   // Straight colour of a pixel, for tests and pickers.
   TAlphaColor PixelColor(int x, int y) const;
 
@@ -76,7 +78,10 @@ class TBitmap {
  private:
   int FWidth = 0;
   int FHeight = 0;
-  std::vector<std::uint32_t> FPixels;
+  using TPixels = std::vector<std::uint32_t>;
+  TPixels& OwnPixels();
+
+  std::shared_ptr<TPixels> FPixels;
   std::unique_ptr<TCanvas> FCanvas;
   TMapAccess FMapAccess = TMapAccess::Read;
   bool FMapped = false;

@@ -130,6 +130,11 @@ void TCanvas::DrawBitmap(const TBitmap& bitmap, const TRectF& source, const TRec
   TRectF dst = target.Offset(FOffset.X, FOffset.Y);
   TRect p = ToPixels(target);
   if (p.Right <= p.Left || p.Bottom <= p.Top) return;
+  if (bitmap.Width() == 1 && bitmap.Height() == 1) {
+    // A single pixel stretched is a solid fill: the controls' plain layers take this path.
+    FillRect(target, UnpremultiplyColor(bitmap.Pixel(0, 0)), opacity);
+    return;
+  }
   const std::uint32_t* bits = bitmap.Bits();
   const int bw = bitmap.Width();
   std::uint32_t* out = FBitmap->Bits();
