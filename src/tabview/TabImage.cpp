@@ -61,6 +61,10 @@ TTabImage::~TTabImage() {
   // handler of theirs reaches a tab that is half gone.
   FScrollBox = nullptr;
   DeleteChildren();
+  // The strip hears of the tab's going while it is still a whole tab image, so
+  // whoever keeps it may still tell it by its type.
+  SetDestroying();
+  if (TFmxObject* parent = Parent()) parent->RemoveObject(this);
 }
 
 void TTabImage::BuildLayers() {
