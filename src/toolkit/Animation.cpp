@@ -94,30 +94,50 @@ TDefaultAniThread::TDefaultAniThread() {
 }
 
 void TDefaultAniThread::AddAnimation(TAnimation* animation) {
-  if (std::find(FAniList.begin(), FAniList.end(), animation) == FAniList.end()) FAniList.push_back(animation);
-  if (!Enabled() && !FAniList.empty()) FTime = TimerService()->GetTick();
-  SetEnabled(!FAniList.empty());
+  if (!FSlots.contains(animation)) {
+    if (!FTicking && FAniList.size() >= 2 * FSlots.size() + 16) Compact();
+    FSlots.emplace(animation, FAniList.size());
+    FAniList.push_back(animation);
+  }
+  if (!Enabled()) FTime = TimerService()->GetTick();
+  SetEnabled(true);
 }
 
 void TDefaultAniThread::RemoveAnimation(TAnimation* animation) {
-  std::erase(FAniList, animation);
-  SetEnabled(!FAniList.empty());
+  const auto slot = FSlots.find(animation);
+  if (slot != FSlots.end()) {
+    FAniList[slot->second] = nullptr;
+    FSlots.erase(slot);
+  }
+  if (FSlots.empty() && !FTicking) FAniList.clear();
+  SetEnabled(!FSlots.empty());
+}
+
+void TDefaultAniThread::Compact() {
+  std::erase(FAniList, nullptr);
+  for (std::size_t i = 0; i < FAniList.size(); ++i) FSlots[FAniList[i]] = i;
 }
 
 void TDefaultAniThread::DoTick() {
   double now = TimerService()->GetTick();
   double delta = now - FTime;
   FTime = now;
-  if (delta <= 0 || FAniList.empty()) return;
-  // A tick may remove animations (finished ones, or ones freed by a handler).
-  for (std::ptrdiff_t i = static_cast<std::ptrdiff_t>(FAniList.size()) - 1; i >= 0; --i) {
-    if (i >= static_cast<std::ptrdiff_t>(FAniList.size())) {
-      i = static_cast<std::ptrdiff_t>(FAniList.size());
-      continue;
+  if (delta <= 0 || FSlots.empty()) return;
+  Compact();
+  // A tick may remove animations (finished ones, or ones freed by a handler) and
+  // start new ones, which wait for the next tick.
+  FTicking = true;
+  try {
+    for (std::size_t i = FAniList.size(); i-- > 0;) {
+      TAnimation* a = FAniList[i];
+      if (a && a->Running()) a->ProcessTick(FTime, delta);
     }
-    TAnimation* a = FAniList[static_cast<std::size_t>(i)];
-    if (a->Running()) a->ProcessTick(FTime, delta);
+  } catch (...) {
+    FTicking = false;
+    throw;
   }
+  FTicking = false;
+  if (FSlots.empty()) FAniList.clear();
 }
 
 // ---- TAnimation

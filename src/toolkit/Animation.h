@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "toolkit/Bitmap.h"
@@ -46,12 +47,18 @@ class TDefaultAniThread : public TAniThreadBase {
   TDefaultAniThread();
   void AddAnimation(TAnimation* animation) override;
   void RemoveAnimation(TAnimation* animation) override;
-  std::size_t Count() const { return FAniList.size(); }
+  std::size_t Count() const { return FSlots.size(); }
   // One tick: every running animation gets ProcessTick(now, elapsed).
   void DoTick();
 
  private:
+  void Compact();
+
+  // In order of starting; a removed animation leaves a null hole until the next
+  // compaction, so thousands of starts and stops stay linear overall.
   std::vector<TAnimation*> FAniList;
+  std::unordered_map<const TAnimation*, std::size_t> FSlots;
+  bool FTicking = false;
   double FTime = 0;
 };
 
