@@ -83,14 +83,12 @@ TFakeTabModel::~TFakeTabModel() {
 
 void TFakeTabModel::GroupChanged(TFakeTabGroup* group, std::u16string_view event, std::u16string_view timing,
                                  const TFakeParams& extra) {
-  TFakeParams params{
-      {u"id", group->GuidText()}, {u"event", std::u16string(event)}, {u"timing", std::u16string(timing)}};
+  TFakeParams params{{u"id", group->GuidText()}, {u"event", std::u16string(event)}, {u"timing", std::u16string(timing)}};
   params.insert(params.end(), extra.begin(), extra.end());
   events_->FireFromHost(kTabGroupChanged, params);
 }
 
-void TFakeTabModel::ManagerChanged(std::u16string_view event, TFakeTabGroup* group,
-                                   const TFakeParams& extra) {
+void TFakeTabModel::ManagerChanged(std::u16string_view event, TFakeTabGroup* group, const TFakeParams& extra) {
   TFakeParams params{{u"event", std::u16string(event)}};
   if (group) params.emplace_back(u"id", group->GuidText());
   params.insert(params.end(), extra.begin(), extra.end());
@@ -124,8 +122,7 @@ HResult TFakeTabModel::SwitchGroup(TFakeTabGroup* group) {
   return kOk;
 }
 
-HResult TFakeTabModel::SetGroupValue(TFakeTabGroup* group, std::u16string_view key,
-                                     std::u16string_view value) {
+HResult TFakeTabModel::SetGroupValue(TFakeTabGroup* group, std::u16string_view key, std::u16string_view value) {
   if (!group) return kInvalidArg;
   bool found = false;
   for (auto& entry : group->values_) {
@@ -136,8 +133,7 @@ HResult TFakeTabModel::SetGroupValue(TFakeTabGroup* group, std::u16string_view k
     }
   }
   if (!found) group->values_.emplace_back(std::u16string(key), std::u16string(value));
-  ManagerChanged(tab_event::SetProperty, group,
-                 {{u"key", std::u16string(key)}, {u"value", std::u16string(value)}});
+  ManagerChanged(tab_event::SetProperty, group, {{u"key", std::u16string(key)}, {u"value", std::u16string(value)}});
   return kOk;
 }
 
@@ -166,8 +162,7 @@ ComPtr<TFakeWebView> TFakeTabModel::CreateBrowser(std::u16string_view engineId, 
   auto browser = MakeCom<TFakeWebView>(weak_from_this(), NewGuid(), nextListId_++);
   browser->StoreText(browser_key::Uri, uri);
   browser->StoreText(browser_key::Title, u"");
-  browser->StoreText(browser_key::EngineId,
-                     engineId.empty() ? std::u16string_view(DefaultEngineId) : engineId);
+  browser->StoreText(browser_key::EngineId, engineId.empty() ? std::u16string_view(DefaultEngineId) : engineId);
   browser->StoreText(browser_key::BrowserId, browser->GuidText());
   browser->StoreValue(browser_key::WindowHandle,
                       TFakeVariant::FromInt64(static_cast<std::int64_t>(nextWindowHandle_)).get());
@@ -255,8 +250,7 @@ HResult TFakeTabModel::AddTab(TFakeTabGroup* group, TFakeTab* tab, std::int32_t 
   bool created = false;
   where(section, index, created);
   std::size_t flat = index;
-  for (std::size_t s = 0; s < section && s < group->sections_.size(); ++s)
-    flat += group->sections_[s]->tabs_.size();
+  for (std::size_t s = 0; s < section && s < group->sections_.size(); ++s) flat += group->sections_[s]->tabs_.size();
   std::int32_t count = 0;
   group->GetTabCount(&count);
   const std::u16string_view event =
@@ -311,9 +305,9 @@ ComPtr<TFakeTab> TFakeTabModel::OpenTab(std::u16string_view uri, const TFakeOpen
   }
   if (how.Activate && tab->group_) Activate(tab.get());
   if (browser && browser->tab_ == tab.get())
-    events_->FireFromHost(
-        u"Browser.Changed",
-        {{u"event", u"OnBrowseBegin"}, {u"browser-id", browser->GuidText()}, {u"uri", std::u16string(uri)}});
+    events_->FireFromHost(u"Browser.Changed", {{u"event", u"OnBrowseBegin"},
+                                               {u"browser-id", browser->GuidText()},
+                                               {u"uri", std::u16string(uri)}});
   return tab;
 }
 
@@ -339,8 +333,7 @@ HResult TFakeTabModel::Activate(TFakeTab* tab) {
 }
 
 void TFakeTabModel::RemoveSectionIfEmpty(TFakeTabGroup* group, TFakeTabSection* section) {
-  if (!group || !section || section->group_ != group || !section->tabs_.empty() ||
-      group->sections_.size() < 2)
+  if (!group || !section || section->group_ != group || !section->tabs_.empty() || group->sections_.size() < 2)
     return;
   ComPtr<TFakeTabSection> keep(section);
   const auto position = [&] {
@@ -552,8 +545,7 @@ void StoreHistory(TFakeWebView& browser, const std::vector<std::u16string>& hist
 
 }  // namespace
 
-HResult TFakeTabModel::NavigateTab(TFakeTab* tab, std::u16string_view uri,
-                                   std::optional<std::u16string> title) {
+HResult TFakeTabModel::NavigateTab(TFakeTab* tab, std::u16string_view uri, std::optional<std::u16string> title) {
   if (!tab) return kInvalidArg;
   ComPtr<TFakeTab> keep(tab);
   if (ComPtr<TFakeWebView> browser = tab->browser_) {
@@ -565,9 +557,9 @@ HResult TFakeTabModel::NavigateTab(TFakeTab* tab, std::u16string_view uri,
     }
     browser->StoreText(browser_key::Uri, uri);
     if (title) browser->StoreText(browser_key::Title, *title);
-    events_->FireFromHost(
-        u"Browser.Changed",
-        {{u"event", u"OnBrowseBegin"}, {u"browser-id", browser->GuidText()}, {u"uri", std::u16string(uri)}});
+    events_->FireFromHost(u"Browser.Changed", {{u"event", u"OnBrowseBegin"},
+                                               {u"browser-id", browser->GuidText()},
+                                               {u"uri", std::u16string(uri)}});
   }
   SetTabText(tab, tab_key::Uri, uri);
   if (title) SetTabText(tab, tab_key::Title, *title);
@@ -580,8 +572,7 @@ HResult TFakeTabModel::NavigateBrowser(TFakeWebView* browser, std::u16string_vie
   if (browser->tab_) return NavigateTab(browser->tab_, uri);
   const auto previous = browser->TextValue(browser_key::Uri);
   if (!previous.empty()) browser->history_.push_back(previous);
-  StoreHistory(*browser, browser->history_,
-               [&](std::u16string_view k, IQxIVariant* v) { browser->StoreValue(k, v); });
+  StoreHistory(*browser, browser->history_, [&](std::u16string_view k, IQxIVariant* v) { browser->StoreValue(k, v); });
   browser->StoreText(browser_key::Uri, uri);
   return kOk;
 }
@@ -595,8 +586,7 @@ HResult TFakeTabModel::GoBack(TFakeWebView* browser) {
   auto history = browser->history_;
   const HResult result = NavigateBrowser(browser, uri);
   browser->history_ = history;
-  StoreHistory(*browser, browser->history_,
-               [&](std::u16string_view k, IQxIVariant* v) { browser->StoreValue(k, v); });
+  StoreHistory(*browser, browser->history_, [&](std::u16string_view k, IQxIVariant* v) { browser->StoreValue(k, v); });
   return result;
 }
 
@@ -619,8 +609,7 @@ HResult TFakeTabModel::ThumbnailReady(TFakeTab* tab) {
   return kOk;
 }
 
-void TFakeTabModel::AnswerScript(TFakeWebView* browser, std::u16string_view scriptId,
-                                 std::u16string_view result) {
+void TFakeTabModel::AnswerScript(TFakeWebView* browser, std::u16string_view scriptId, std::u16string_view result) {
   const TFakeParams params{{u"event", u"Result"},
                            {u"browser-id", browser->GuidText()},
                            {u"script-id", std::u16string(scriptId)},
@@ -747,8 +736,7 @@ TFakeTab* TFakeTabModel::TabByDockId(std::int32_t id) const {
 
 TFakeTab* TFakeTabModel::TabByBrowserId(std::u16string_view browserId) const {
   for (const auto& tab : tabs_)
-    if (tab->browser_ && SameText(tab->browser_->TextValue(browser_key::BrowserId), browserId))
-      return tab.get();
+    if (tab->browser_ && SameText(tab->browser_->TextValue(browser_key::BrowserId), browserId)) return tab.get();
   return nullptr;
 }
 

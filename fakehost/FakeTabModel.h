@@ -86,9 +86,9 @@ struct TFakeOpenTab {
   bool Activate = true;
   bool NoBrowser = false;
   std::u16string Title;
-  std::u16string EngineId;  // empty: the model's default engine
+  std::u16string EngineId;         // empty: the model's default engine
   std::optional<TGUID> Guid;
-  TFakeParams Values;  // further tab values, set before the tab is added
+  TFakeParams Values;              // further tab values, set before the tab is added
 };
 
 class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
@@ -140,8 +140,7 @@ class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
   HResult CloseTab(TFakeTab* tab);
   // Moves an attached tab to indexInSection of a section of its group; sectionIndex equal
   // to the section count, or newSection, makes a new section there.
-  HResult MoveTab(TFakeTab* tab, std::int32_t sectionIndex, std::int32_t indexInSection,
-                  bool newSection = false);
+  HResult MoveTab(TFakeTab* tab, std::int32_t sectionIndex, std::int32_t indexInSection, bool newSection = false);
   // Moves a tab to a flat index of the group as it stands without the tab.
   HResult MoveTabTo(TFakeTab* tab, std::int32_t flatIndex);
   HResult SwapTabs(TFakeTab* a, TFakeTab* b);
@@ -151,14 +150,12 @@ class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
   HResult SetTabText(TFakeTab* tab, std::u16string_view key, std::u16string_view text);
 
   // Browsing.
-  HResult NavigateTab(TFakeTab* tab, std::u16string_view uri,
-                      std::optional<std::u16string> title = std::nullopt);
+  HResult NavigateTab(TFakeTab* tab, std::u16string_view uri, std::optional<std::u16string> title = std::nullopt);
   HResult NavigateBrowser(TFakeWebView* browser, std::u16string_view uri);
   HResult FinishLoading(TFakeTab* tab);
   HResult ThumbnailReady(TFakeTab* tab);
   HResult GoBack(TFakeWebView* browser);
-  HResult ExecuteCommand(TFakeWebView* browser, std::u16string_view command,
-                         IQxIStringDictionary* parameters);
+  HResult ExecuteCommand(TFakeWebView* browser, std::u16string_view command, IQxIStringDictionary* parameters);
   const std::vector<TFakeBrowserCommand>& Commands() const { return commands_; }
   TFakeWebView* FocusedBrowser() const { return focused_; }
 
@@ -191,8 +188,7 @@ class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
   std::vector<ComPtr<TFakeTabGroup>> groups_;
   ComPtr<TFakeTabGroup> activeGroup_;
   std::vector<ComPtr<TFakeTab>> tabs_;
-  std::unordered_map<const IQxITab*, TFakeTab*>
-      tabsByInterface_;  // lookups stay constant with thousands of tabs
+  std::unordered_map<const IQxITab*, TFakeTab*> tabsByInterface_;  // constant-time lookups among thousands
   std::vector<ComPtr<TFakeWebView>> browsers_;
   std::vector<TFakeBrowserCommand> commands_;
   TFakeWebView* focused_ = nullptr;

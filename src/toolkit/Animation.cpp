@@ -94,50 +94,25 @@ TDefaultAniThread::TDefaultAniThread() {
 }
 
 void TDefaultAniThread::AddAnimation(TAnimation* animation) {
-  if (!FSlots.contains(animation)) {
-    if (!FTicking && FAniList.size() >= 2 * FSlots.size() + 16) Compact();
-    FSlots.emplace(animation, FAniList.size());
-    FAniList.push_back(animation);
-  }
+  FAniList.Add(animation);
   if (!Enabled()) FTime = TimerService()->GetTick();
   SetEnabled(true);
 }
 
 void TDefaultAniThread::RemoveAnimation(TAnimation* animation) {
-  const auto slot = FSlots.find(animation);
-  if (slot != FSlots.end()) {
-    FAniList[slot->second] = nullptr;
-    FSlots.erase(slot);
-  }
-  if (FSlots.empty() && !FTicking) FAniList.clear();
-  SetEnabled(!FSlots.empty());
-}
-
-void TDefaultAniThread::Compact() {
-  std::erase(FAniList, nullptr);
-  for (std::size_t i = 0; i < FAniList.size(); ++i) FSlots[FAniList[i]] = i;
+  FAniList.Remove(animation);
+  SetEnabled(!FAniList.Empty());
 }
 
 void TDefaultAniThread::DoTick() {
   double now = TimerService()->GetTick();
   double delta = now - FTime;
   FTime = now;
-  if (delta <= 0 || FSlots.empty()) return;
-  Compact();
-  // A tick may remove animations (finished ones, or ones freed by a handler) and
-  // start new ones, which wait for the next tick.
-  FTicking = true;
-  try {
-    for (std::size_t i = FAniList.size(); i-- > 0;) {
-      TAnimation* a = FAniList[i];
-      if (a && a->Running()) a->ProcessTick(FTime, delta);
-    }
-  } catch (...) {
-    FTicking = false;
-    throw;
-  }
-  FTicking = false;
-  if (FSlots.empty()) FAniList.clear();
+  if (delta <= 0 || FAniList.Empty()) return;
+  // A tick may remove animations (finished ones, or ones freed by a handler).
+  FAniList.ForEachLatestFirst([&](TAnimation* a) {
+    if (a->Running()) a->ProcessTick(FTime, delta);
+  });
 }
 
 // ---- TAnimation

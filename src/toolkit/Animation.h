@@ -6,9 +6,9 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "toolkit/AnimationList.h"
 #include "toolkit/Bitmap.h"
 #include "toolkit/Timer.h"
 
@@ -47,18 +47,12 @@ class TDefaultAniThread : public TAniThreadBase {
   TDefaultAniThread();
   void AddAnimation(TAnimation* animation) override;
   void RemoveAnimation(TAnimation* animation) override;
-  std::size_t Count() const { return FSlots.size(); }
+  std::size_t Count() const { return FAniList.Count(); }
   // One tick: every running animation gets ProcessTick(now, elapsed).
   void DoTick();
 
  private:
-  void Compact();
-
-  // In order of starting; a removed animation leaves a null hole until the next
-  // compaction, so thousands of starts and stops stay linear overall.
-  std::vector<TAnimation*> FAniList;
-  std::unordered_map<const TAnimation*, std::size_t> FSlots;
-  bool FTicking = false;
+  TAnimationList FAniList;
   double FTime = 0;
 };
 

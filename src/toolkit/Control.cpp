@@ -239,7 +239,7 @@ void TControl::Resize() {
 
 // ---- tree
 
-TControl* TControl::ParentControl() const { return dynamic_cast<TControl*>(Parent()); }
+TControl* TControl::ParentControl() const { return Parent() ? Parent()->AsControl() : nullptr; }
 
 TCommonCustomForm* TControl::Form() const {
   TFmxObject* p = Parent();
@@ -253,7 +253,7 @@ TCommonCustomForm* TControl::Form() const {
 std::vector<TControl*> TControl::Controls() const {
   std::vector<TControl*> out;
   for (TFmxObject* o : ChildList())
-    if (auto* c = dynamic_cast<TControl*>(o)) out.push_back(c);
+    if (TControl* c = o->AsControl()) out.push_back(c);
   return out;
 }
 
@@ -407,7 +407,7 @@ void TControl::PaintTo(TCanvas& canvas, float parentOpacity) {
   if (opacity <= 0) return;
   TPointF origin = canvas.Offset();
   for (TFmxObject* o : ChildList())
-    if (auto* blur = dynamic_cast<TBlurEffect*>(o); blur && blur->Enabled() && blur->Softness() > 0) {
+    if (TBlurEffect* blur = o->AsBlurEffect(); blur && blur->Enabled() && blur->Softness() > 0) {
       PaintWithEffect(canvas, origin, opacity, blur->Softness());
       return;
     }
@@ -435,7 +435,7 @@ void TControl::PaintTo(TCanvas& canvas, float parentOpacity) {
 
 void TControl::PaintChildren(TCanvas& canvas, TPointF origin, float opacity) {
   for (TFmxObject* o : ChildList())
-    if (auto* c = dynamic_cast<TControl*>(o)) {
+    if (TControl* c = o->AsControl()) {
       canvas.SetOffset(origin);
       c->PaintTo(canvas, opacity);
     }
