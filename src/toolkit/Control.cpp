@@ -1,5 +1,6 @@
 #include "toolkit/Control.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "toolkit/Effects.h"
@@ -223,10 +224,13 @@ void AlignControls(const std::vector<TControl*>& controls, TRectF r, TRectF whol
 }  // namespace
 
 void TControl::DoRealign() {
-  std::vector<TControl*> controls = Controls();
-  bool any = false;
-  for (TControl* c : controls) any = any || c->Align() != TAlignLayout::None;
-  if (any) AlignControls(controls, ContentRect(), LocalRect());
+  // Thousands of free-standing children are common; only an aligned one needs the pass.
+  const auto aligned = [](TFmxObject* o) {
+    const TControl* c = o->AsControl();
+    return c && c->Align() != TAlignLayout::None;
+  };
+  if (std::any_of(ChildList().begin(), ChildList().end(), aligned))
+    AlignControls(Controls(), ContentRect(), LocalRect());
 }
 
 void AlignFormControls(const std::vector<TControl*>& controls, TRectF content, TRectF whole) {
