@@ -154,6 +154,7 @@ ComPtr<TFakeTab> TFakeTabModel::CreateTabWithGuid(const TGUID& guid) {
   auto tab = MakeCom<TFakeTab>(weak_from_this(), guid, nextDockId_++);
   tab->StoreValue(tab_key::CreateTime, TFakeVariant::FromInt64(FileDateClock ? FileDateClock() : 0).get());
   tabs_.push_back(tab);
+  tabsByInterface_.emplace(static_cast<const IQxITab*>(tab.get()), tab.get());
   return tab;
 }
 
@@ -354,7 +355,7 @@ void TFakeTabModel::RemoveSectionIfEmpty(TFakeTabGroup* group, TFakeTabSection* 
 HResult TFakeTabModel::CloseTab(TFakeTab* tab) {
   if (!tab) return kInvalidArg;
   ComPtr<TFakeTab> keep(tab);
-  if (std::none_of(tabs_.begin(), tabs_.end(), [&](const auto& t) { return t.get() == tab; })) return kFail;
+  if (!tabsByInterface_.contains(static_cast<const IQxITab*>(tab))) return kFail;
   // A listener that closes the tab again while its closing is announced changes nothing.
   if (std::find(closing_.begin(), closing_.end(), tab) != closing_.end()) return kFalse;
   closing_.push_back(tab);
@@ -396,6 +397,7 @@ HResult TFakeTabModel::CloseTab(TFakeTab* tab) {
     std::erase_if(browsers_, [&](const auto& b) { return b.get() == browser.get(); });
   }
   if (pageData_) pageData_->RemovePage(tab->GuidText());
+  tabsByInterface_.erase(static_cast<const IQxITab*>(tab));
   std::erase_if(tabs_, [&](const auto& t) { return t.get() == tab; });
   return kOk;
 }
@@ -692,9 +694,8 @@ HResult TFakeTabModel::ExecuteCommand(TFakeWebView* browser, std::u16string_view
 
 TFakeTab* TFakeTabModel::FindTab(const IQxITab* tab) const {
   if (!tab) return nullptr;
-  for (const auto& candidate : tabs_)
-    if (static_cast<const IQxITab*>(candidate.get()) == tab) return candidate.get();
-  return nullptr;
+  const auto found = tabsByInterface_.find(tab);
+  return found == tabsByInterface_.end() ? nullptr : found->second;
 }
 
 TFakeTabGroup* TFakeTabModel::FindGroup(const IQxITabGroup* group) const {

@@ -55,6 +55,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "fakehost/FakeCom.h"
@@ -187,6 +188,7 @@ class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
   std::vector<ComPtr<TFakeTabGroup>> groups_;
   ComPtr<TFakeTabGroup> activeGroup_;
   std::vector<ComPtr<TFakeTab>> tabs_;
+  std::unordered_map<const IQxITab*, TFakeTab*> tabsByInterface_;  // constant-time lookups among thousands
   std::vector<ComPtr<TFakeWebView>> browsers_;
   std::vector<TFakeBrowserCommand> commands_;
   TFakeWebView* focused_ = nullptr;

@@ -27,15 +27,15 @@ TAniThread::~TAniThread() {
 }
 
 void TAniThread::AddAnimation(TAnimation* animation) {
-  if (std::find(FAniList.begin(), FAniList.end(), animation) == FAniList.end()) FAniList.push_back(animation);
+  FAniList.Add(animation);
   // No long jump on the first tick after a pause.
-  if (!Enabled() && !FAniList.empty()) FTime = FTimerService->GetTick();
-  SetEnabled(!FAniList.empty());
+  if (!Enabled()) FTime = FTimerService->GetTick();
+  SetEnabled(true);
 }
 
 void TAniThread::RemoveAnimation(TAnimation* animation) {
-  std::erase(FAniList, animation);
-  SetEnabled(!FAniList.empty());
+  FAniList.Remove(animation);
+  SetEnabled(!FAniList.Empty());
 }
 
 void TAniThread::Timer() {
@@ -48,23 +48,17 @@ void TAniThread::DoSyncTimer() {
   double now = FTimerService->GetTick();
   FTimerTick = now - FTime;
   FTime = now;
-  if (FTimerTick <= 0 || FAniList.empty()) return;
-  auto last = [this] { return static_cast<std::ptrdiff_t>(FAniList.size()) - 1; };
-  std::ptrdiff_t i = last();
-  while (i >= 0) {
-    TAnimation* animation = FAniList[static_cast<std::size_t>(i)];
-    if (animation->Running()) {
-      if (!animation->StyleName.empty() && SameText(animation->StyleName, u"caret")) {
-        animation->Tag += 1;
-        if (animation->Tag % kCaretDivider == 0) animation->ProcessTick(FTime, FTimerTick);
-      } else {
-        animation->ProcessTick(FTime, FTimerTick);
-      }
+  if (FTimerTick <= 0 || FAniList.Empty()) return;
+  // A tick may remove animations from the list.
+  FAniList.ForEachLatestFirst([this](TAnimation* animation) {
+    if (!animation->Running()) return;
+    if (!animation->StyleName.empty() && SameText(animation->StyleName, u"caret")) {
+      animation->Tag += 1;
+      if (animation->Tag % kCaretDivider == 0) animation->ProcessTick(FTime, FTimerTick);
+    } else {
+      animation->ProcessTick(FTime, FTimerTick);
     }
-    // A tick may have removed animations from the list.
-    --i;
-    if (i > last()) i = last();
-  }
+  });
 }
 
 TAnimationReplaceTimer::TAnimationReplaceTimer(TFmxObject* owner, std::unique_ptr<TAniThreadBase> thread)

@@ -22,7 +22,7 @@ class TAniThread : public TAniThreadBase {
   void AddAnimation(TAnimation* animation) override;
   void RemoveAnimation(TAnimation* animation) override;
 
-  std::size_t Count() const { return FAniList.size(); }
+  std::size_t Count() const { return FAniList.Count(); }
   // The thread that InstallAnimationThread put in place, while it lives.
   static TAniThread* Installed() { return FInstalled; }
 
@@ -33,7 +33,7 @@ class TAniThread : public TAniThreadBase {
   friend void InstallAnimationThread();
   void DoSyncTimer();
 
-  std::vector<TAnimation*> FAniList;
+  TAnimationList FAniList;
   double FTime = 0;
   double FTimerTick = 0;
   ComPtr<IFMXTimerService> FTimerService;

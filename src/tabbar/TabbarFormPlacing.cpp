@@ -2,6 +2,7 @@
 // indicator, the strip's width and the viewport.
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "tabbar/TabbarForm.h"
 
@@ -86,24 +87,17 @@ void TTabbarFrame::ApplyAttributesToTabImage(ITabViewLayoutAttributes* attribute
 
 void TTabbarFrame::SortZOrderFromAttributeList(ITabViewLayoutAttributeList* attributes) {
   const std::int32_t count = attributes ? attributes->Count() : 0;
-  std::unordered_set<const TFmxObject*> tabs;
-  tabs.reserve(static_cast<std::size_t>(std::max(count, 0)));
+  std::unordered_map<const TFmxObject*, double> zOfTab;
+  zOfTab.reserve(static_cast<std::size_t>(std::max(count, 0)));
   for (std::int32_t i = 0; i < count; ++i)
-    if (TTabImage* tab = GetTabImages(i)) tabs.insert(tab);
+    if (TTabImage* tab = GetTabImages(i)) zOfTab.emplace(tab, tab->SortPosition());
   if (count < 2) return;
 
   TFmxObject* content = FTabScrollBox->Content();
   for (int i = content->ChildrenCount() - 1; i >= 0; --i)
-    if (!tabs.count(content->Children(i))) content->RemoveObject(i);
-
-  auto zOf = [](TFmxObject* object) {
-    const auto* tab = dynamic_cast<const TTabImage*>(object);
-    return tab ? tab->SortPosition() : 0.0;
-  };
-  const auto& children = content->ChildList();
-  auto less = [&zOf](TFmxObject* a, TFmxObject* b) { return zOf(a) < zOf(b); };
+    if (!zOfTab.contains(content->Children(i))) content->RemoveObject(i);
   // The order seldom changes; a pass that finds it right touches nothing.
-  if (!std::is_sorted(children.begin(), children.end(), less)) content->SortChildren(less);
+  content->SortChildrenByKey([&zOfTab](TFmxObject* child) { return zOfTab.at(child); });
 }
 
 void TTabbarFrame::SetActiveTabImage(TTabImage* tab, bool keepViewport) {

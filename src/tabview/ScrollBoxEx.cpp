@@ -227,8 +227,8 @@ TRectF TScrollBoxEx::DoCalcContentBounds() {
   // At least the view; then every visible child of the content.
   TRectF bounds(0, 0, ClientWidth(), ClientHeight());
   if (FContent)
-    for (TControl* c : FContent->Controls())
-      if (c->Visible()) {
+    for (TFmxObject* o : FContent->ChildList())
+      if (const TControl* c = o->AsControl(); c && c->Visible()) {
         TRectF r = c->BoundsRect();
         bounds = {std::min(bounds.Left, r.Left), std::min(bounds.Top, r.Top), std::max(bounds.Right, r.Right),
                   std::max(bounds.Bottom, r.Bottom)};

@@ -249,6 +249,15 @@ void TTabImageSectionList::Swap(TTabImageItem* tabA, TTabImageItem* tabB) {
 }
 
 TTabImageItem* TTabImageSectionList::FindTabImageFromId(std::u16string_view guid) const {
+  if (!FTabMapValid) {
+    FTabMap.clear();
+    FTabMap.reserve(FTabImages.size());
+    for (TTabImageItem* tab : FTabImages) {
+      std::u16string id = tab->TabGuid();
+      if (!id.empty()) FTabMap[std::move(id)] = tab;
+    }
+    FTabMapValid = true;
+  }
   const auto it = FTabMap.find(std::u16string(guid));
   return it == FTabMap.end() ? nullptr : it->second;
 }
@@ -275,14 +284,13 @@ void TTabImageSectionList::ReIndex() {
   if (FDestroying) return;
   FTabImages.clear();
   FTabMap.clear();
+  FTabMapValid = false;
   for (const auto& section : FSections) {
     std::int32_t sectionIndex = 0;
     for (TTabImageItem* tab : section->FTabImages) {
       tab->FIndex = static_cast<std::int32_t>(FTabImages.size());
       tab->FSectionIndex = sectionIndex++;
       FTabImages.push_back(tab);
-      std::u16string guid = tab->TabGuid();
-      if (!guid.empty()) FTabMap[std::move(guid)] = tab;
     }
   }
 }

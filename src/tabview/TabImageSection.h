@@ -128,7 +128,10 @@ class TTabImageSectionList {
 
   std::vector<std::unique_ptr<TTabImageSection>> FSections;
   std::vector<TTabImageItem*> FTabImages;
-  std::unordered_map<std::u16string, TTabImageItem*> FTabMap;
+  // Built on the first lookup after a change: a strip of thousands changes far more
+  // often than it looks a tab up by its id.
+  mutable std::unordered_map<std::u16string, TTabImageItem*> FTabMap;
+  mutable bool FTabMapValid = false;
   std::int32_t FUpdateCount = 0;
   bool FDestroying = false;
 };

@@ -94,30 +94,25 @@ TDefaultAniThread::TDefaultAniThread() {
 }
 
 void TDefaultAniThread::AddAnimation(TAnimation* animation) {
-  if (std::find(FAniList.begin(), FAniList.end(), animation) == FAniList.end()) FAniList.push_back(animation);
-  if (!Enabled() && !FAniList.empty()) FTime = TimerService()->GetTick();
-  SetEnabled(!FAniList.empty());
+  FAniList.Add(animation);
+  if (!Enabled()) FTime = TimerService()->GetTick();
+  SetEnabled(true);
 }
 
 void TDefaultAniThread::RemoveAnimation(TAnimation* animation) {
-  std::erase(FAniList, animation);
-  SetEnabled(!FAniList.empty());
+  FAniList.Remove(animation);
+  SetEnabled(!FAniList.Empty());
 }
 
 void TDefaultAniThread::DoTick() {
   double now = TimerService()->GetTick();
   double delta = now - FTime;
   FTime = now;
-  if (delta <= 0 || FAniList.empty()) return;
+  if (delta <= 0 || FAniList.Empty()) return;
   // A tick may remove animations (finished ones, or ones freed by a handler).
-  for (std::ptrdiff_t i = static_cast<std::ptrdiff_t>(FAniList.size()) - 1; i >= 0; --i) {
-    if (i >= static_cast<std::ptrdiff_t>(FAniList.size())) {
-      i = static_cast<std::ptrdiff_t>(FAniList.size());
-      continue;
-    }
-    TAnimation* a = FAniList[static_cast<std::size_t>(i)];
+  FAniList.ForEachLatestFirst([&](TAnimation* a) {
     if (a->Running()) a->ProcessTick(FTime, delta);
-  }
+  });
 }
 
 // ---- TAnimation

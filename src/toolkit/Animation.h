@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/AnimationList.h"
 #include "toolkit/Bitmap.h"
 #include "toolkit/Timer.h"
 
@@ -46,12 +47,12 @@ class TDefaultAniThread : public TAniThreadBase {
   TDefaultAniThread();
   void AddAnimation(TAnimation* animation) override;
   void RemoveAnimation(TAnimation* animation) override;
-  std::size_t Count() const { return FAniList.size(); }
+  std::size_t Count() const { return FAniList.Count(); }
   // One tick: every running animation gets ProcessTick(now, elapsed).
   void DoTick();
 
  private:
-  std::vector<TAnimation*> FAniList;
+  TAnimationList FAniList;
   double FTime = 0;
 };
 

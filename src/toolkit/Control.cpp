@@ -1,5 +1,6 @@
 #include "toolkit/Control.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "toolkit/Effects.h"
@@ -223,10 +224,13 @@ void AlignControls(const std::vector<TControl*>& controls, TRectF r, TRectF whol
 }  // namespace
 
 void TControl::DoRealign() {
-  std::vector<TControl*> controls = Controls();
-  bool any = false;
-  for (TControl* c : controls) any = any || c->Align() != TAlignLayout::None;
-  if (any) AlignControls(controls, ContentRect(), LocalRect());
+  // Thousands of free-standing children are common; only an aligned one needs the pass.
+  const auto aligned = [](TFmxObject* o) {
+    const TControl* c = o->AsControl();
+    return c && c->Align() != TAlignLayout::None;
+  };
+  if (std::any_of(ChildList().begin(), ChildList().end(), aligned))
+    AlignControls(Controls(), ContentRect(), LocalRect());
 }
 
 void AlignFormControls(const std::vector<TControl*>& controls, TRectF content, TRectF whole) {
@@ -239,7 +243,7 @@ void TControl::Resize() {
 
 // ---- tree
 
-TControl* TControl::ParentControl() const { return dynamic_cast<TControl*>(Parent()); }
+TControl* TControl::ParentControl() const { return Parent() ? Parent()->AsControl() : nullptr; }
 
 TCommonCustomForm* TControl::Form() const {
   TFmxObject* p = Parent();
@@ -253,7 +257,7 @@ TCommonCustomForm* TControl::Form() const {
 std::vector<TControl*> TControl::Controls() const {
   std::vector<TControl*> out;
   for (TFmxObject* o : ChildList())
-    if (auto* c = dynamic_cast<TControl*>(o)) out.push_back(c);
+    if (TControl* c = o->AsControl()) out.push_back(c);
   return out;
 }
 
@@ -407,7 +411,7 @@ void TControl::PaintTo(TCanvas& canvas, float parentOpacity) {
   if (opacity <= 0) return;
   TPointF origin = canvas.Offset();
   for (TFmxObject* o : ChildList())
-    if (auto* blur = dynamic_cast<TBlurEffect*>(o); blur && blur->Enabled() && blur->Softness() > 0) {
+    if (TBlurEffect* blur = o->AsBlurEffect(); blur && blur->Enabled() && blur->Softness() > 0) {
       PaintWithEffect(canvas, origin, opacity, blur->Softness());
       return;
     }
@@ -435,7 +439,7 @@ void TControl::PaintTo(TCanvas& canvas, float parentOpacity) {
 
 void TControl::PaintChildren(TCanvas& canvas, TPointF origin, float opacity) {
   for (TFmxObject* o : ChildList())
-    if (auto* c = dynamic_cast<TControl*>(o)) {
+    if (TControl* c = o->AsControl()) {
       canvas.SetOffset(origin);
       c->PaintTo(canvas, opacity);
     }

@@ -79,6 +79,7 @@ class TControl : public TFmxObject {
   explicit TControl(TFmxObject* owner = nullptr);
   ~TControl() override;
   std::string ClassName() const override { return "TControl"; }
+  TControl* AsControl() override { return this; }
 
   // ---- geometry
   TPosition& Position() { return FPosition; }

@@ -12,6 +12,7 @@ class TBlurEffect : public TFmxObject {
  public:
   explicit TBlurEffect(TFmxObject* owner = nullptr) : TFmxObject(owner) {}
   std::string ClassName() const override { return "TBlurEffect"; }
+  TBlurEffect* AsBlurEffect() override { return this; }
 
   float Softness() const { return FSoftness; }
   void SetSoftness(float value);

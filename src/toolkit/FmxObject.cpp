@@ -1,6 +1,7 @@
 #include "toolkit/FmxObject.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/Text.h"
 
@@ -126,6 +127,17 @@ void TFmxObject::SendToBack() { SetIndex(0); }
 
 void TFmxObject::SortChildren(const std::function<bool(TFmxObject*, TFmxObject*)>& less) {
   std::stable_sort(FChildren.begin(), FChildren.end(), less);
+  ChildrenChanged();
+}
+
+void TFmxObject::SortChildrenByKey(const std::function<double(TFmxObject*)>& key) {
+  std::vector<std::pair<double, TFmxObject*>> keyed;
+  keyed.reserve(FChildren.size());
+  for (TFmxObject* child : FChildren) keyed.emplace_back(key(child), child);
+  auto less = [](const auto& a, const auto& b) { return a.first < b.first; };
+  if (std::is_sorted(keyed.begin(), keyed.end(), less)) return;
+  std::stable_sort(keyed.begin(), keyed.end(), less);
+  for (std::size_t i = 0; i < keyed.size(); ++i) FChildren[i] = keyed[i].second;
   ChildrenChanged();
 }
 

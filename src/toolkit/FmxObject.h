@@ -16,6 +16,8 @@
 namespace qx {
 
 class TFmxObject;
+class TControl;
+class TBlurEffect;
 
 using TNotifyEvent = std::function<void(TFmxObject* sender)>;
 
@@ -35,6 +37,10 @@ class TFmxObject : public IFreeNotification {
   TFmxObject& operator=(const TFmxObject&) = delete;
 
   virtual std::string ClassName() const { return "TFmxObject"; }
+  // The kinds that painting and layout ask every child for, without a cast's
+  // cost over thousands of children.
+  virtual TControl* AsControl() { return nullptr; }
+  virtual TBlurEffect* AsBlurEffect() { return nullptr; }
 
   // Ownership (deletion) and component lookup by name.
   TFmxObject* Owner() const { return FOwner; }
@@ -60,6 +66,9 @@ class TFmxObject : public IFreeNotification {
   void SendToBack();
   // Stable sort of the children; this is their paint order (z-order).
   void SortChildren(const std::function<bool(TFmxObject*, TFmxObject*)>& less);
+  // Stable order by a key asked once per child; an order already right is left
+  // alone and raises no change.
+  void SortChildrenByKey(const std::function<double(TFmxObject*)>& key);
   TFmxObject* FindStyleResource(std::u16string_view styleName) const;
   TFmxObject* Root() const;
   bool IsAncestorOf(const TFmxObject* object) const;

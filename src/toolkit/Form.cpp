@@ -131,7 +131,7 @@ void TCommonCustomForm::SetVisible(bool value) {
 std::vector<TControl*> TCommonCustomForm::Controls() const {
   std::vector<TControl*> out;
   for (TFmxObject* o : ChildList())
-    if (auto* c = dynamic_cast<TControl*>(o)) out.push_back(c);
+    if (TControl* c = o->AsControl()) out.push_back(c);
   return out;
 }
 
