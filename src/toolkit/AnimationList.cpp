@@ -15,6 +15,7 @@ void TAnimationList::Add(TAnimation* animation) {
 void TAnimationList::Remove(TAnimation* animation) {
   const auto slot = FSlots.find(animation);
   if (slot == FSlots.end()) return;
+  const std::size_t place = slot->second;
   FSlots.erase(slot);
   if (FWalking > 0) {
     // A walk counts places in the dense list, so the list closes up at once.
@@ -22,7 +23,7 @@ void TAnimationList::Remove(TAnimation* animation) {
     FChangedInWalk = true;
     return;
   }
-  FList[slot->second] = nullptr;
+  FList[place] = nullptr;
   if (FSlots.empty()) FList.clear();
 }
 
