@@ -4,6 +4,7 @@
 
 #include "module/RegisterAppHandleProc.h"
 #include "resources/TabbarImageRes.h"
+#include "smartsearch/SmartSearchMain.h"
 #include "tabbar/TabbarForm.h"
 #include "tabbar/TabbarParentForm.h"
 #include "tabview/TabImage.h"
@@ -27,11 +28,12 @@ HWnd ParentWindowOf(IQxIHandle* parent) {
 
 TPrevewStripPluginImpl::TPrevewStripPluginImpl() = default;
 
-TPrevewStripPluginImpl::~TPrevewStripPluginImpl() = default;
+// Smart search outlives the control when the host never called DestroyControl.
+TPrevewStripPluginImpl::~TPrevewStripPluginImpl() { FSmartSearch.reset(); }
 
 void TPrevewStripPluginImpl::Create(IQxIServiceCore* serviceCore) {
   TQxIPluginImpl::Create(serviceCore);
-  // Smart search is built here once it exists in this module.
+  FSmartSearch = std::make_unique<TSmartSearch>(FServiceCoreWrap.get());
 }
 
 void TPrevewStripPluginImpl::QueryInterfaceExtra(const TGUID& iid, void** object) {
@@ -88,7 +90,7 @@ HResult QX_STDCALL TPrevewStripPluginImpl::DestroyControl() {
     FTabbarForm.reset();
     FTabbarFrame = nullptr;
   }
-  // Smart search would be freed here; it is not part of this build yet.
+  FSmartSearch.reset();
   FImageRes.reset();
   TTabImage::ReleaseBlankPicture();
   if (FResourceReleaser) {

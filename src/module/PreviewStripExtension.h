@@ -54,6 +54,7 @@ class TPrevewStripPluginImpl : public TQxIPluginImpl, public IPreviewStrip, publ
 
   bool Finalized() const { return FFinalized; }
   TTabbarParentForm* TabbarForm() const { return FTabbarForm.get(); }
+  TSmartSearch* SmartSearch() const { return FSmartSearch.get(); }
 
  protected:
   void QueryInterfaceExtra(const TGUID& iid, void** object) override;
@@ -67,7 +68,7 @@ class TPrevewStripPluginImpl : public TQxIPluginImpl, public IPreviewStrip, publ
   std::unique_ptr<TTabbarImageRes> FImageRes;
   bool FFinalized = false;
   ComPtr<IResourceReleaser> FResourceReleaser;
-  TSmartSearch* FSmartSearch = nullptr;
+  std::unique_ptr<TSmartSearch> FSmartSearch;
 };
 
 }  // namespace qx
