@@ -68,6 +68,8 @@ TSmartSearchForm::~TSmartSearchForm() {
 }
 
 void TSmartSearchForm::LoadDesign() {
+  if (!TComponentRegistry::IsRegistered("TImageButton"))
+    TComponentRegistry::RegisterClass("TImageButton", [](TFmxObject* o) { return new TImageButton(o); });
   TStoredLayoutOptions options;
   options.Handler("DefaultSearchButtonClick",
                   TNotifyEvent([this](TFmxObject*) { DefaultSearchButtonClick(); }));
