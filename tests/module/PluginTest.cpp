@@ -3,10 +3,13 @@
 #include "base/Text.h"
 #include "cabinet/CabinetIconBarPlugin.h"
 #include "fakehost/FakeHost.h"
+#include "host/HostKeys.h"
 #include "host/ServiceCoreWrap.h"
 #include "module/PluginTable.h"
 #include "module/PreviewStripExtension.h"
 #include "platform/portable/ScopedPortableOs.h"
+#include "smartsearch/SmartSearchForm.h"
+#include "smartsearch/SmartSearchMain.h"
 
 namespace qx {
 namespace {
@@ -125,6 +128,40 @@ TEST_F(PluginTest, ControlAndPluginOperationsSitAtTheirSlots) {
   ASSERT_EQ((CallSlot<IQxIPlugin, HResult, IQxIString**>(plugin.get(), 2, &raw)), kOk);
   guid.attach(raw);
   EXPECT_EQ(StringText(guid.get()), u"0.1");
+}
+
+// The smart search popup goes with the control: no window of it stays up, and later input
+// in the page finds nobody listening.
+TEST_F(PluginTest, DestroyControlLeavesNoSmartSearchPopupOpen) {
+  host_.Properties().Set(prop_key::SearchBarShowSmartSearch, u"true");
+  host_.Widgets().SetWidgetRect(u"BrowserAreaWidget", 0, 85, 1280, 800);
+  host_.Model().SwitchGroup(host_.Model().AddGroup(u"main").get());
+  TFakeOpenTab how;
+  how.EngineId = std::u16string(kChromiumEngineClassGuid);
+  TFakeTab* tab = host_.Model().OpenTab(u"https://news.example/a", how).get();
+  ComPtr<IUnknown> plugin = Make(0);
+  auto* impl = static_cast<TPrevewStripPluginImpl*>(plugin.As<IQxIPlugin>().get());
+  auto release = [&](std::u16string_view text) {
+    tab->Browser()->Page().Selection = text;
+    host_.Events().FireFromHost(u"QxInputHandler.IPC", {{u"Action", u"#LU 600 300"}});
+    for (int i = 0; i < 5; ++i) {
+      os_.Os().ProcessMessages();
+      os_.Os().AdvanceClock(20);
+    }
+    os_.Os().ProcessMessages();
+  };
+  release(u"word");
+  TSmartSearchForm* form = impl->SmartSearch()->Form();
+  ASSERT_TRUE(form && form->Visible());
+  const HWnd popup = form->FormHandle();
+  ASSERT_TRUE(os_.Os().IsWindowVisible(popup));
+
+  EXPECT_EQ(impl->DestroyControl(), kOk);
+  EXPECT_FALSE(os_.Os().IsWindow(popup));
+  EXPECT_EQ(LiveSmartSearchForm(), nullptr);
+  EXPECT_EQ(host_.Events().ListenerCount(u"QxInputHandler.IPC"), 0u);
+  release(u"another word");
+  EXPECT_EQ(LiveSmartSearchForm(), nullptr);
 }
 
 }  // namespace
