@@ -4,6 +4,7 @@
 
 #include "resources/CustomCtrlToolTip2.h"
 #include "resources/SmartSearchImageRes.h"
+#include "resources/SystemFont.h"
 #include "smartsearch/PageSearchRequest.h"
 #include "smartsearch/SiteSearchListFile.h"
 #include "smartsearch/SmartSearchFormDesign.h"
@@ -16,6 +17,7 @@ constexpr std::uint32_t kWmNcLButtonDown = 0x00A1;
 constexpr std::uint32_t kWmNcRButtonDown = 0x00A4;
 // Pixels of the background at least this opaque belong to the popup.
 constexpr std::uint32_t kOpaqueAlpha = 200;
+constexpr float kLabelFontAdjustment = 1;
 
 TSmartSearchForm*& LiveForm() {
   static TSmartSearchForm* form = nullptr;
@@ -161,6 +163,10 @@ void TSmartSearchForm::ShowForm(std::u16string_view keyword, TPoint pt) {
 void TSmartSearchForm::InitLabels() {
   if (FFontInit) return;
   FFontInit = true;
+  // The host's UI font, a point larger and bold, so the word reads like the browser's own.
+  TFont& font = lbSearch_->TextSettings.Font;
+  ApplySystemFont(font, kLabelFontAdjustment);
+  font.Style |= static_cast<TFontStyles>(TFontStyle::Bold);
   const TString text = FServiceCore->TranslateText(u"検索");
   lbSearch_->SetText(text);
   lbSearchShadow_->SetText(text);

@@ -68,6 +68,7 @@ class TSmartSearchForm : public TBaseFormXE7 {
   TLayout* PageSearchButtonLayout() const { return PageSearchButtonLayout_; }
   TImage* Background() const { return imgBackground_; }
   TLabel* SearchLabel() const { return lbSearch_; }
+  TLabel* SearchLabelShadow() const { return lbSearchShadow_; }
   const std::vector<TSearchButton*>& SearchButtons() const { return FSearchButtons; }
   TSearchButton* PageSearchButton() const { return FPageSearchButton; }
   const std::vector<TEngineMenuItem>& EngineMenuItems() const { return FEngineMenuItems; }

@@ -64,10 +64,18 @@ class SmartSearchPopupTest : public SmartSearchFixture {
 };
 
 TEST_F(SmartSearchPopupTest, SelectionShowsThePopupAndTheDefaultSearchOpensTheResult) {
+  os_.Os().SetLogPixelsY(120);
+  os_.Os().SetMessageFont(u"VL Gothic", -16);
   TFakeTab* tab = OpenPage(u"https://news.example/a");
   SelectAndRelease(tab, u"夏目漱石", 600, 300);
   ASSERT_TRUE(Showing());
   EXPECT_EQ(Form()->Keyword(), u"夏目漱石");
+  // The host's UI font, 13 points at 96 DPI, one point larger and bold; the shadow alike.
+  const TFont& font = Form()->SearchLabel()->TextSettings.Font;
+  EXPECT_EQ(font.Family, u"VL Gothic");
+  EXPECT_EQ(font.Size, 14.0f);
+  EXPECT_TRUE(font.Style & static_cast<TFontStyles>(TFontStyle::Bold));
+  EXPECT_EQ(Form()->SearchLabelShadow()->TextSettings.Font, font);
   // Below and to the left of the point, one engine button, the other engine in the menu.
   EXPECT_EQ(Form()->Left(), 600 - 32);
   EXPECT_EQ(Form()->Top(), 300);

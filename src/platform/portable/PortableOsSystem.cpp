@@ -52,6 +52,19 @@ void TPortableOs::SetLogPixelsY(std::int32_t dpi) {
   FLogPixelsY = dpi;
 }
 
+bool TPortableOs::GetMessageFont(std::u16string* family, std::int32_t* height) {
+  TLock lock(FLock);
+  if (family) *family = FMessageFontFamily;
+  if (height) *height = FMessageFontHeight;
+  return true;
+}
+
+void TPortableOs::SetMessageFont(std::u16string family, std::int32_t height) {
+  TLock lock(FLock);
+  FMessageFontFamily = std::move(family);
+  FMessageFontHeight = height;
+}
+
 std::int32_t TPortableOs::MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption,
                                       std::uint32_t type) {
   TLock lock(FLock);

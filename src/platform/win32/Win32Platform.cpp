@@ -381,6 +381,15 @@ std::int32_t TWin32Platform::GetLogPixelsY() {
   return dpi;
 }
 
+bool TWin32Platform::GetMessageFont(std::u16string* family, std::int32_t* height) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof(metrics);
+  if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return false;
+  if (family) *family = reinterpret_cast<const char16_t*>(metrics.lfMessageFont.lfFaceName);
+  if (height) *height = metrics.lfMessageFont.lfHeight;
+  return true;
+}
+
 std::int32_t TWin32Platform::MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption,
                                          std::uint32_t type) {
   return ::MessageBoxW(H(hwnd), W(text), W(caption), type);
