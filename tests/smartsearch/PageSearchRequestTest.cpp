@@ -53,6 +53,11 @@ TEST_F(PageSearchRequestTest, BackHistoryGoesOnOnTheSameDomainAndStopsAtAnother)
   TPageSearch found = FindPageSearch(*wrap_, none, u"");
   EXPECT_EQ(found.Request, u"https://shop.example/search?kw=1&p={searchTerms}");
   EXPECT_EQ(found.CharSet, u"EUC-JP");
+  // Japanese words in Shift_JIS, in the page's own address.
+  host_.Model().NavigateTab(tab, u"https://shop.example/search?q=%93%FA%96%7B%8C%EA%82%CC%8C%9F%8D%F5");
+  found = FindPageSearch(*wrap_, none, u"");
+  EXPECT_EQ(found.Request, u"https://shop.example/search?q={searchTerms}");
+  EXPECT_EQ(found.CharSet, u"SHIFT-JIS");
 
   TFakeTab* other = Open(u"https://other.example/");
   host_.Model().NavigateTab(other, u"https://shop.example/search?q=old");
