@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <sstream>
 
 #include "SmartSearchFixture.h"
@@ -8,6 +9,7 @@
 #include "smartsearch/SmartSearchMain.h"
 #include "toolkit/Application.h"
 #include "toolkit/RegularExpression.h"
+#include "toolkit/TimerService.h"
 
 namespace qx {
 namespace {
@@ -191,6 +193,76 @@ TEST_F(SmartSearchPopupTest, PrivateTabSearchLeavesNoHistory) {
   ASSERT_EQ(host_.SearchEngines().Searches().size(), 1u);
   EXPECT_EQ(host_.SearchEngines().Searches()[0].EngineGuid, u"{W}");
   EXPECT_TRUE(host_.SearchHistory().Keywords().empty());
+}
+
+// The engine menu's timing, driven by window messages on the manual clock. The host's menu
+// is modal, so what happens while it is open runs inside its opening event.
+TEST_F(SmartSearchPopupTest, EngineMenuTimingAndClicksThatNeverActivate) {
+  TFakeTab* tab = OpenPage(u"https://news.example/a");
+  SelectAndRelease(tab, u"word", 600, 300);
+  ASSERT_TRUE(Showing());
+  IPlatform& os = os_.Os();
+  const HWnd window = Form()->FormHandle();
+  const TRectF more = Form()->MoreButton()->AbsoluteRect();
+  const TPointF inside{(more.Left + more.Right) / 2, (more.Top + more.Bottom) / 2};
+  const TPointF screen = Form()->ClientToScreen(inside);
+  const LParam at = static_cast<LParam>(static_cast<int>(inside.X) | (static_cast<int>(inside.Y) << 16));
+  auto tick = [&](int ms) {
+    for (int i = 0; i < ms / 20; ++i) {
+      os_.Os().AdvanceClock(20);
+      ManualTimerService()->Advance(20);  // the toolkit's own timers
+      os.ProcessMessages();
+    }
+  };
+  auto menuHides = [&] {
+    std::size_t count = 0;
+    for (const auto& record : host_.Events().EventLog())
+      if (record.Id == u"XmlWidget.MenuHide" && record.Value(u"id") == kSmartSearchEngineMenuId) ++count;
+    return count;
+  };
+  // A press activates nothing: the page keeps the focus.
+  EXPECT_EQ(os.SendMessageW(window, win::WM_MOUSEACTIVATE, 0, 0), 3);
+
+  std::vector<std::uint32_t> openedAt;
+  std::function<void()> whileOpen;
+  host_.Events().AddHostHandler(
+      u"XmlWidget.MenuOpen", [&](const std::u16string&, IQxIStringDictionary*, std::vector<std::u16string>&) {
+        openedAt.push_back(os.GetTickCount());
+        if (whileOpen) whileOpen();
+      });
+  const std::uint32_t start = os.GetTickCount();
+  os.SetCursorPos(static_cast<int>(screen.X), static_cast<int>(screen.Y));
+  whileOpen = [&] {
+    EXPECT_TRUE(Form()->ShowingMenu());
+    // A press within 300 ms of an opening by hovering keeps the menu.
+    tick(200);
+    os.SendMessageW(window, win::WM_LBUTTONDOWN, 0, at);
+    EXPECT_EQ(menuHides(), 0u);
+    // The host asks before hiding: refused within 500 ms while the mouse is on the arrow.
+    ComPtr<IQxIStringDictionary> ask;
+    wrap_->CreateStringDictionary(ask);
+    ComPtr<IQxIStringArray> ignored;
+    host_.Events().Fire(u"XmlWidget.DoMenuHide", ask.get(), ignored.put());
+    ComPtr<IQxIString> result;
+    ask->GetValue(u"result", result.put());
+    EXPECT_EQ(StringText(result.get()), u"false");
+    // After 300 ms a press closes it.
+    tick(200);
+    os.SendMessageW(window, win::WM_LBUTTONDOWN, 0, at);
+    EXPECT_EQ(menuHides(), 1u);
+  };
+  os.SendMessageW(window, win::WM_MOUSEMOVE, 0, at);
+  tick(580);
+  EXPECT_TRUE(openedAt.empty());
+  tick(40);
+  ASSERT_EQ(openedAt.size(), 1u);  // hovering 600 ms opened it
+  EXPECT_GE(openedAt[0] - start, 600u);
+  EXPECT_FALSE(Form()->ShowingMenu());
+
+  // Closed by hand, it doesn't open by hovering again until the mouse has left the arrow.
+  os.SendMessageW(window, win::WM_MOUSEMOVE, 0, at);
+  tick(1000);
+  EXPECT_EQ(openedAt.size(), 1u);
 }
 
 }  // namespace
