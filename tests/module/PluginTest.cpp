@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
 
 #include "base/Text.h"
 #include "cabinet/CabinetIconBarPlugin.h"
@@ -133,6 +136,9 @@ TEST_F(PluginTest, ControlAndPluginOperationsSitAtTheirSlots) {
 // The smart search popup goes with the control: no window of it stays up, and later input
 // in the page finds nobody listening.
 TEST_F(PluginTest, DestroyControlLeavesNoSmartSearchPopupOpen) {
+  std::string pattern = (std::filesystem::temp_directory_path() / "qx-test-XXXXXX").string();
+  const std::filesystem::path root = mkdtemp(pattern.data());
+  host_.UseFolder(root);  // the popup writes its default site list there
   host_.Properties().Set(prop_key::SearchBarShowSmartSearch, u"true");
   host_.Widgets().SetWidgetRect(u"BrowserAreaWidget", 0, 85, 1280, 800);
   host_.Model().SwitchGroup(host_.Model().AddGroup(u"main").get());
@@ -162,6 +168,8 @@ TEST_F(PluginTest, DestroyControlLeavesNoSmartSearchPopupOpen) {
   EXPECT_EQ(host_.Events().ListenerCount(u"QxInputHandler.IPC"), 0u);
   release(u"another word");
   EXPECT_EQ(LiveSmartSearchForm(), nullptr);
+  std::error_code error;
+  std::filesystem::remove_all(root, error);
 }
 
 }  // namespace
