@@ -255,6 +255,8 @@ class TStormRun {
   }
 
   std::size_t Pending() {
+    // Tasks handed over by message reach their lists first.
+    Platform().ProcessMessages();
     std::size_t pending = FFrame->DelayTask()->Count() + FHost.Events().PendingPosts();
     if (auto* shared = static_cast<TSharedDelayTaskImpl*>(FWrap->EventSharedDelayTask()))
       pending += shared->List().Count();

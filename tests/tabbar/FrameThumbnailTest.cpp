@@ -35,11 +35,12 @@ TEST_F(FrameThumbnailTest, EachTabShowsAndCachesTheSnapshotOfItsOwnPage) {
   TFakeTab* b = Open(u"https://b.example/");
   host_.Model().ThumbnailReady(a);
   host_.Model().ThumbnailReady(b);
-  host_.Model().ThumbnailReady(a);  // a second report while the first waits shares its task
-  EXPECT_EQ(frame.DelayTask()->Count(), 2u);
+  host_.Model().ThumbnailReady(a);  // the list keeps both requests of a; each asks again
+  Platform().ProcessMessages();
+  EXPECT_EQ(frame.DelayTask()->Count(), 3u);
   EXPECT_TRUE(frame.DelayTask()->TaskExists(u"UpdateTabImage-" + GuidOf(a)));
   Settle();
-  EXPECT_EQ(Snapshots(a), 1u);
+  EXPECT_EQ(Snapshots(a), 2u);
   EXPECT_EQ(Snapshots(b), 1u);
 
   const TFakeBrowserCommand& request = host_.Model().Commands().back();
@@ -79,15 +80,18 @@ TEST_F(FrameThumbnailTest, ATabThatClosedBeforeItsSnapshotGetsNothing) {
   const std::u16string closedId = GuidOf(closed);
   host_.Model().ThumbnailReady(closed);
   host_.Model().ThumbnailReady(kept);
+  Platform().ProcessMessages();
+  ASSERT_TRUE(frame.DelayTask()->TaskExists(u"UpdateTabImage-" + closedId));
   host_.Model().CloseTab(closed);
   EXPECT_FALSE(frame.DelayTask()->TaskExists(u"UpdateTabImage-" + closedId));
 
-  // Closed while the strip waits for a drag: its image stays, its host tab is gone.
+  // Closed while the strip waits for a drag: its image stays, its host tab is gone,
+  // and every try fails quietly.
   TFakeTab* dragged = Open(u"https://c.example/");
   host_.Model().ThumbnailReady(dragged);
   frame.SetWaitUpdateTabbar(true);
   host_.Model().CloseTab(dragged);
-  Settle();
+  Settle(3000);
   frame.SetWaitUpdateTabbar(false);
   const auto& commands = host_.Model().Commands();
   EXPECT_EQ(
