@@ -24,7 +24,10 @@ namespace qx {
 namespace {
 
 constexpr std::size_t kMaxGroups = 4;
-constexpr int kClockStep = 10;
+constexpr std::size_t kMaxTabs = 40;
+// The event queue runs a task a millisecond, the capture queue one in 200.
+constexpr int kEventStep = 4;
+constexpr int kCaptureStep = 200;
 // Far more than any queue needs: a thumbnail that keeps failing takes eleven tries.
 constexpr int kMaxDrainSteps = 20000;
 // Event ids the strip subscribes, and the id spelled differently at removal.
@@ -167,7 +170,9 @@ class TStormRun {
   std::string ActOnce() {
     TFakeTabModel& model = FHost.Model();
     TFakeTab* tab = SomeTab();
-    const int kind = Pick(100);
+    int kind = Pick(100);
+    // A browser of a few dozen tabs: beyond that, opening turns into closing.
+    if (kind < 16 && AllTabs().size() > kMaxTabs) kind = 16;
     if (kind < 16 || !tab) {
       TFakeOpenTab how;
       how.Group = Chance(85) ? model.ActiveGroup() : SomeGroup();
@@ -249,7 +254,7 @@ class TStormRun {
       return "swap " + name;
     }
     // A thumbnail arrives; now and then the engine cannot take the picture.
-    if (TFakeWebView* browser = tab->Browser()) browser->Page().SnapshotFails = Chance(15);
+    if (TFakeWebView* browser = tab->Browser()) browser->Page().SnapshotFails = Chance(5);
     model.ThumbnailReady(tab);
     return "thumbnail of " + name;
   }
@@ -267,7 +272,9 @@ class TStormRun {
     for (int step = 0; step < kMaxDrainSteps; ++step) {
       FHost.Events().RunPosted();
       if (Pending() == 0) return true;
-      FOs->AdvanceClock(kClockStep);
+      // Only as far as the next queue needs: every simulated millisecond costs the
+      // animation thread's ticks.
+      FOs->AdvanceClock(FFrame->DelayTask()->Count() > 0 ? kCaptureStep : kEventStep);
     }
     return false;
   }
@@ -276,6 +283,8 @@ class TStormRun {
     TFakeTabGroup* group = FHost.Model().ActiveGroup();
     std::ostringstream host, mirror;
     for (const auto& section : group->Sections()) {
+      // The strip sees the host's group through its filtered view, which leaves empty sections out.
+      if (section->Tabs().empty()) continue;
       host << "|";
       for (const auto& tab : section->Tabs()) host << ToUtf8(tab->GuidText()).substr(1, 8) << ",";
     }
