@@ -1,5 +1,4 @@
-#include "runtime/DelayExec.h"
-#include "tabbar/FrameFixture.h"
+#include "tabbar/FrameEventsFixture.h"
 
 namespace qx {
 namespace {
@@ -27,20 +26,6 @@ const char16_t* const kSubscribed[] = {u"TabGroup.Changed",
                                        u"Tab.LoadingStop",
                                        u"TabGroupBar.TogglePrivate"};
 
-class FrameEventsTest : public FrameTest {
- protected:
-  TTabbarFrame& Initialized() {
-    TTabbarFrame& frame = MakeFrame();
-    host_.Events().FireFromHost(u"Client.Initialized", {});
-    return frame;
-  }
-  TTabImage* ImageOf(TFakeTab* tab) { return AsTabImage(frame_->TabList()->FindTabImageFromId(GuidOf(tab))); }
-  std::size_t SharedQueue() {
-    Platform().ProcessMessages();
-    return static_cast<TSharedDelayTaskImpl*>(wrap_->EventSharedDelayTask())->List().Count();
-  }
-};
-
 TEST_F(FrameEventsTest, EverySubscriptionLivesExactlyAsLongAsTheFrame) {
   MakeFrame();
   for (const char16_t* id : kSubscribed) EXPECT_EQ(host_.Events().ListenerCount(id), 1u) << ToUtf8(id);
@@ -49,29 +34,6 @@ TEST_F(FrameEventsTest, EverySubscriptionLivesExactlyAsLongAsTheFrame) {
   // Raised after the frame went, the events find nobody.
   Open(u"https://late.example/");
   for (const char16_t* id : kSubscribed) host_.Events().FireFromHost(id, {{u"tab-id", u"x"}});
-  EXPECT_EQ(SharedQueue(), 0u);
-}
-
-TEST_F(FrameEventsTest, EventsFromAnotherThreadArriveOnTheNextTickAndNeverAfterTheFrame) {
-  Initialized();
-  const std::u16string before = MirrorText();
-  host_.Events().SetDeliverOnWorkerThread(true);
-  Open(u"https://a.example/");
-  host_.Events().SetDeliverOnWorkerThread(false);
-  EXPECT_EQ(MirrorText(), before);
-  ASSERT_GT(SharedQueue(), 0u);
-  for (int i = 0; i < 50 && SharedQueue() > 0; ++i) Advance(10);
-  EXPECT_EQ(MirrorText(), HostText());
-
-  // Handed over just before the frame goes: the queued deliveries run on an
-  // empty token, not on the freed frame.
-  host_.Events().SetDeliverOnWorkerThread(true);
-  Open(u"https://b.example/");
-  host_.Model().ThumbnailReady(group_->ActiveTab());
-  host_.Events().SetDeliverOnWorkerThread(false);
-  ASSERT_GT(SharedQueue(), 0u);
-  frame_.reset();
-  for (int i = 0; i < 50 && SharedQueue() > 0; ++i) Advance(10);
   EXPECT_EQ(SharedQueue(), 0u);
 }
 
