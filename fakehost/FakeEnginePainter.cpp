@@ -1,7 +1,11 @@
 #include "fakehost/FakeEnginePainter.h"
 
 #include <algorithm>
+#include <map>
+#include <mutex>
 #include <sstream>
+#include <string>
+#include <tuple>
 
 #include "toolkit/Bitmap.h"
 
@@ -30,8 +34,9 @@ std::uint32_t PageSnapshotColour(std::u16string_view uri) {
   return 0xFF000000u | (HashOf(uri) & 0x00FFFFFFu);
 }
 
-std::vector<std::uint8_t> PaintPageSnapshot(std::u16string_view uri, int width, int height) {
-  if (width < 1 || height < 1) return {};
+namespace {
+
+std::vector<std::uint8_t> Paint(std::u16string_view uri, int width, int height) {
   const std::uint32_t hash = HashOf(uri);
   TBitmap bitmap(width, height);
   bitmap.Clear(PageSnapshotColour(uri));
@@ -50,6 +55,28 @@ std::vector<std::uint8_t> PaintPageSnapshot(std::u16string_view uri, int width, 
   bitmap.SaveToStream(encoded);
   const std::string bytes = std::move(encoded).str();
   return {bytes.begin(), bytes.end()};
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> PaintPageSnapshot(std::u16string_view uri, int width, int height) {
+  if (width < 1 || height < 1) return {};
+  // Encoding is most of a snapshot's cost and a page always paints the same picture,
+  // so long runs that photograph the same few pages again and again keep the bytes.
+  using TKey = std::tuple<std::u16string, int, int>;
+  static std::mutex lock;
+  static std::map<TKey, std::vector<std::uint8_t>> painted;
+  constexpr std::size_t kMaxKept = 1024;
+  TKey key{std::u16string(uri), width, height};
+  {
+    std::lock_guard<std::mutex> guard(lock);
+    if (auto found = painted.find(key); found != painted.end()) return found->second;
+  }
+  std::vector<std::uint8_t> bytes = Paint(uri, width, height);
+  std::lock_guard<std::mutex> guard(lock);
+  if (painted.size() >= kMaxKept) painted.clear();
+  painted.emplace(std::move(key), bytes);
+  return bytes;
 }
 
 }  // namespace qx
