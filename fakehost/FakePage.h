@@ -15,9 +15,11 @@ struct TFakePage {
   bool ScriptsBlocked = false;
   // Answers for other scripts by exact code; an unknown script answers empty text.
   std::map<std::u16string, std::u16string> ScriptResults;
-  // Encoded picture the "snapshot" command answers with; empty: the snapshot fails
-  // unless the model has a snapshot provider.
+  // Encoded picture the "snapshot" command answers with; empty: the model's snapshot
+  // provider answers, and without one the engine paints the page (FakeEnginePainter.h).
   std::vector<std::uint8_t> Snapshot;
+  // The engine cannot take a picture of this page: every snapshot fails.
+  bool SnapshotFails = false;
 };
 
 }  // namespace qx

@@ -4,6 +4,7 @@
 
 #include "base/Text.h"
 #include "fakehost/FakeArray.h"
+#include "fakehost/FakeEnginePainter.h"
 #include "fakehost/FakeFileDate.h"
 #include "fakehost/FakeGlobalStorage.h"
 #include "fakehost/FakePageDataManager.h"
@@ -675,7 +676,10 @@ HResult TFakeTabModel::ExecuteCommand(TFakeWebView* browser, std::u16string_view
       std::vector<std::uint8_t> bytes = browser->page_.Snapshot;
       if (SnapshotProvider) {
         if (auto provided = SnapshotProvider(*browser, width, height)) bytes = std::move(*provided);
+      } else if (bytes.empty()) {
+        bytes = PaintPageSnapshot(browser->TextValue(browser_key::Uri), width, height);
       }
+      if (browser->page_.SnapshotFails) bytes.clear();
       if (bytes.empty()) {
         result = kFail;
       } else {

@@ -133,8 +133,15 @@ void TStripScenario::AddPage() {
   how.Section = group ? static_cast<std::int32_t>(group->Sections().size()) - 1 : -1;
   how.Title = PageTitle(kAddedPage);
   how.Guid = PageGuid(kAddedPage);
-  FHost.Model().OpenTab(PageUri(kAddedPage), how);
+  ComPtr<TFakeTab> tab = FHost.Model().OpenTab(PageUri(kAddedPage), how);
+  FHost.Model().FinishLoading(tab.get());
   PaintHostWindow();
+}
+
+void TStripScenario::FreshThumbnails() {
+  TFakeTabGroup* group = FHost.Model().ActiveGroup();
+  if (!group) return;
+  for (const auto& tab : group->FlatTabs()) FHost.Model().ThumbnailReady(tab.get());
 }
 
 void TStripScenario::AddPages(int first, int last) {
@@ -148,7 +155,8 @@ void TStripScenario::AddPages(int first, int last) {
     how.Activate = false;
     how.Title = PageTitle(number);
     how.Guid = PageGuid(number);
-    FHost.Model().OpenTab(PageUri(number), how);
+    ComPtr<TFakeTab> tab = FHost.Model().OpenTab(PageUri(number), how);
+    FHost.Model().FinishLoading(tab.get());
   }
   PaintHostWindow();
 }
@@ -202,6 +210,9 @@ TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loa
   snap("selected", "page 4 selected by the host");
   scenario.AddPage();
   snap("added", "page 6 opened at the end and selected");
+  scenario.FreshThumbnails();
+  scenario.Settle(3000);
+  snap("live", "the engine reports a thumbnail of every page: each tab shows its page's own fresh snapshot");
   scenario.AddPages(9, kLastPage);
   snap("crowded", "pages 9-40 opened behind page 6: the tabs close up on a curve at the left end");
   scenario.SelectPage(20);

@@ -45,6 +45,9 @@ class TStripScenario {
   void SelectPage(int number);
   // Opens page 6 at the end of the shown group's last section and selects it.
   void AddPage();
+  // The engine reports a thumbnail of every tab of the shown group; the strip asks each
+  // tab's browser for a snapshot, which the fake engine paints per page.
+  void FreshThumbnails();
   // Opens pages first..last behind the others in the last section, thumbnails cached.
   void AddPages(int first, int last);
   // Lets milliseconds pass on the clock in 10 ms steps, so timers and animations run.

@@ -299,8 +299,8 @@ void TTabbarFrame::ForgetTabReferences(const TFmxObject* object) {
 
 // ---- buttons
 
-void TTabbarFrame::btnGroupClick(TFmxObject* /*sender*/) {}
+void TTabbarFrame::btnGroupClick(TFmxObject* /*sender*/) { SendCabinetToggle(); }
 
-void TTabbarFrame::btnAddTabClick(TFmxObject* /*sender*/) {}
+void TTabbarFrame::btnAddTabClick(TFmxObject* /*sender*/) { SendNewTab(); }
 
 }  // namespace qx

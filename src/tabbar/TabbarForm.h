@@ -136,6 +136,21 @@ class TTabbarFrame : public TFrame {
   std::int32_t GroupIndex() const { return FGroupIndex; }
   bool MainWindowIsActive() const { return FMainWindowIsActive; }
 
+  // ---- thumbnails from the host's engine
+  static constexpr int kSnapshotWidth = 96;
+  static constexpr int kSnapshotHeight = 47;
+  static constexpr std::int32_t kMaxThumbnailRetries = 10;
+  void AddUpdateImageTask(TTabImage* tab);
+  // True when the tab needs no further try.
+  bool CaptureTabThumbnail(TTabImage* tab);
+  std::int32_t TabImageLoadRetryCount(const TTabImage* tab) const;
+  TDelayTaskList* DelayTask() const { return FDelayTask.get(); }
+
+  // ---- actions sent back to the host
+  void SendCloseTab(TTabImage* tab, bool deferred);
+  void SendNewTab();
+  void SendCabinetToggle();
+
   const TPropertyTable& Properties() const override { return ClassProperties(); }
   static const TPropertyTable& ClassProperties();
 
@@ -146,10 +161,49 @@ class TTabbarFrame : public TFrame {
   void CreateThumbnailCache();
   bool IsTitleMenuWidgetCreated();
   void InitializeEvents();
-  void ProcessClientInitialized();
+  void ProcessClientInitialized(IQxIStringDictionaryWrap* parameters);
   void ProcessTabGroupChanged(IQxIStringDictionaryWrap* parameters);
   void UnInitializeEvents();
   void CheckCabinetStartupScreen();
+
+  // Host events: one handler per subscription.
+  using THostEventHandler = void (TTabbarFrame::*)(IQxIStringDictionaryWrap* parameters);
+  void Subscribe(std::u16string_view eventId, ComPtr<IQxIEventListener>& listener, THostEventHandler handler);
+  void Unsubscribe(std::u16string_view eventId, ComPtr<IQxIEventListener>& listener);
+  void ProcessTabbarControlUpdate(IQxIStringDictionaryWrap* parameters);
+  void ProcessTabbarControlUpdateTab(IQxIStringDictionaryWrap* parameters);
+  void ProcessBookmarkManagerUpdate(IQxIStringDictionaryWrap* parameters);
+  void ProcessBrowserChanged(IQxIStringDictionaryWrap* parameters);
+  void ProcessStopLoadingAction(IQxIStringDictionaryWrap* parameters);
+  void ProcessThumbnailCreated(IQxIStringDictionaryWrap* parameters);
+  void ProcessMainWindowActiveChanged(IQxIStringDictionaryWrap* parameters);
+  void ProcessXmlWidgetUpdate(IQxIStringDictionaryWrap* parameters);
+  void ProcessTabChanged(IQxIStringDictionaryWrap* parameters);
+  void ProcessCabinetEnter(IQxIStringDictionaryWrap* parameters);
+  void ProcessCabinetExit(IQxIStringDictionaryWrap* parameters);
+  void ProcessTabManagerChanged(IQxIStringDictionaryWrap* parameters);
+  void ProcessXmlWidgetMenuHide(IQxIStringDictionaryWrap* parameters);
+  void ProcessTabGroupBarEditTitle(IQxIStringDictionaryWrap* parameters);
+  void ProcessTabLoadingStop(IQxIStringDictionaryWrap* parameters);
+  void ProcessTogglePrivate(IQxIStringDictionaryWrap* parameters);
+  bool IsActiveGroupId(std::u16string_view id);
+  TTabImage* FindTabImageFromGuid(std::u16string_view guid) const;
+  TTabImage* FindTabImageOfBrowserEvent(IQxIStringDictionaryWrap* parameters);
+  void FaviconUpdated(TFaviconCacheFMX* sender, const TString& uri, ISharedFMXBitmap* favicon);
+  // Behaviours of touch, the title popup, the new-tab menu and the cabinet mode
+  // that these events start; they do nothing until those behaviours arrive.
+  void ProcessHoldAndGoStart(IQxIStringDictionaryWrap* parameters);
+  void ProcessCabinetDragAndDrop(IQxIStringDictionaryWrap* parameters);
+  void ProcessCabinetCreateBlurImage(IQxIStringDictionaryWrap* parameters);
+  void ShowTabGroupbarIfHidden();
+  void ShowTabTitle(TTabImage* tab, bool animated);
+  void RegisterNewTabMenu();
+  bool IsCabinetTab(TTabImage* tab);
+
+  // Thumbnails.
+  void RunUpdateImageTask(const std::u16string& guid);
+  void SendTabEvent(std::u16string_view eventId, TTabImage* tab, bool deferred);
+  void SendEvent(std::u16string_view eventId, IQxIStringDictionary* parameters, bool deferred);
 
   // Sync.
   void InternalUpdateTabbar(bool tabAdded, bool animated);
@@ -179,7 +233,7 @@ class TTabbarFrame : public TFrame {
   void ActiveCenterTimerTimer(TFmxObject* sender);
   void FrameResize(TFmxObject* sender);
 
-  // Buttons; their actions belong to the host events and arrive with them.
+  // Buttons; their menus on a right click come with the mouse handling.
   void btnGroupClick(TFmxObject* sender);
   void btnAddTabClick(TFmxObject* sender);
 
@@ -274,6 +328,12 @@ class TTabbarFrame : public TFrame {
   ComPtr<IUnknown> FHostGroupIdentity;
   std::unordered_map<const TTabImageSection*, ComPtr<IUnknown>> FHostSections;
   std::unordered_map<const TFmxObject*, ComPtr<IUnknown>> FHostTabs;
+
+  // Host events and thumbnails: retries per tab id, and the token that queued
+  // deliveries check, so a handler handed over from another thread before the
+  // frame went never runs on what is left of it.
+  std::unordered_map<std::u16string, std::int32_t> FTabImageLoadRetryCount;
+  std::shared_ptr<TTabbarFrame*> FEventTarget;
 
   // Components of the stored layout (owned by the frame as toolkit owner).
   TImage* FTabbarBottomImage = nullptr;

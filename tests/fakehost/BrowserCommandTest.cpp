@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "fakehost/FakeDictionary.h"
+#include "fakehost/FakeEnginePainter.h"
 #include "fakehost/FakeGlobalStorage.h"
 #include "fakehost/FakeStringDictionary.h"
 #include "fakehost/FakeTestUtil.h"
 #include "fakehost/FakeVariant.h"
 #include "host/HostKeys.h"
+#include "toolkit/Bitmap.h"
 
 namespace qx {
 namespace {
@@ -78,7 +80,21 @@ TEST_F(FakeBrowserCommands, SnapshotAnswersInTheHostDictionary) {
   request->SetValue(u"width", TFakeVariant::FromText(u"96").get());
   request->SetValue(u"height", TFakeVariant::FromText(u"47").get());
   auto* asStrings = reinterpret_cast<IQxIStringDictionary*>(static_cast<IQxIDictionary*>(request.get()));
-  EXPECT_EQ(tab_->Browser()->Execute(u"snapshot", asStrings, 0), kFail);  // nothing to show yet
+  tab_->Browser()->Page().SnapshotFails = true;
+  EXPECT_EQ(tab_->Browser()->Execute(u"snapshot", asStrings, 0), kFail);
+  tab_->Browser()->Page().SnapshotFails = false;
+  ASSERT_EQ(tab_->Browser()->Execute(u"snapshot", asStrings, 0), kOk);  // the engine paints the page
+  TBitmap painted;
+  auto painting = request->Find(u"result").As<IQxIGlobalStoreItem>();
+  ASSERT_TRUE(painting);
+  std::int32_t paintedSize = 0;
+  const void* paintedBytes = nullptr;
+  painting->GetSize(&paintedSize);
+  painting->GetData(&paintedBytes);
+  painted.LoadFromMemory(static_cast<const std::uint8_t*>(paintedBytes),
+                         static_cast<std::size_t>(paintedSize));
+  EXPECT_EQ(painted.Width(), 96);
+  EXPECT_EQ(painted.PixelColor(0, 0), PageSnapshotColour(tab_->Browser()->TextValue(browser_key::Uri)));
 
   int askedWidth = 0;
   browser_.Model().SnapshotProvider = [&](TFakeWebView&, int width, int) {
