@@ -170,7 +170,9 @@ void TCabinetIcon2::UpdateAreaWithMaxRight(float maxRight) {
   TRectF& c = FcompoundVisibleArea;
   c.Right = std::min(c.Right, maxRight);
   c.Left = std::min(c.Left, c.Right);
-  const float least = FIconTextLayout->Width();
+  // The block's least width, not its width of the last pass: a stale, wide block
+  // would push every icon of a stacked end far to the left.
+  const float least = std::min(FIconTextLayout->Width(), IconBaseWidth() + 4);
   if (c.Width() < least) c.Left = c.Right - least;
   LimitVisibleToCompound();
 }
