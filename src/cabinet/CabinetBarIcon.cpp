@@ -295,6 +295,9 @@ void TCabinetIcon2::Resize() {
   UpdateLayout();
 }
 
+float TCabinetIcon2::LeftLineWidth() const { return LeftLineVisible() ? FLeftLineLayout->Width() : 0.0f; }
+float TCabinetIcon2::RightLineWidth() const { return RightLineVisible() ? FRightLineLayout->Width() : 0.0f; }
+
 void TCabinetIcon2::UpdateLayout() {
   if (FInLayout) return;
   FInLayout = true;
@@ -311,7 +314,8 @@ void TCabinetIcon2::UpdateLayout() {
   if (wires) {
     left = std::max((FirstTabWidth() - kIconEdge) / 2, kIconEdge);
     left -= std::max(0.0f, FvisibleArea.Left + left + kIconEdge - FcompoundVisibleArea.Right);
-    left = std::clamp(left, 0.0f, std::max(0.0f, w - block));
+    // Both wires keep their least length, so a wide title never swallows the right one.
+    left = std::clamp(left, 0.0f, std::max(0.0f, w - block - kIconEdge));
   }
   const float right = wires ? std::max(0.0f, w - left - block) : 0.0f;
   FLeftLineLayout->SetVisible(wires);

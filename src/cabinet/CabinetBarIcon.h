@@ -82,6 +82,9 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   void UpdateLayout();
   bool LeftLineVisible() const;
   bool RightLineVisible() const;
+  // The wires' lengths as laid out, 0 while hidden.
+  float LeftLineWidth() const;
+  float RightLineWidth() const;
   bool TitleVisible() const;
   bool ShowingLeftLine() const { return LeftLineVisible(); }
 

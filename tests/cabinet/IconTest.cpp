@@ -42,6 +42,14 @@ TEST_F(IconTest, WhatTheIconShowsInTheWidthItGets) {
   EXPECT_TRUE(icon_->TitleVisible());
   EXPECT_TRUE(icon_->LeftLineVisible());
   EXPECT_TRUE(icon_->RightLineVisible());
+  // Over one tab a title that fills the tab's right half still leaves both wires their
+  // least length.
+  icon_->SetTitle(u"Sites");
+  Place(0, 100);
+  ASSERT_TRUE(icon_->RightLineVisible());
+  EXPECT_GE(icon_->RightLineWidth(), TCabinetIcon2::kIconEdge);
+  EXPECT_GE(icon_->LeftLineWidth(), TCabinetIcon2::kIconEdge);
+  icon_->SetTitle(u"A rather long site title");
   // Just the title's least width: a trimmed title, no wires.
   Place(0, titleFloor);
   EXPECT_TRUE(icon_->TitleVisible());
