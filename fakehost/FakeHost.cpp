@@ -1,5 +1,6 @@
 #include "fakehost/FakeHost.h"
 
+#include "fakehost/FakeCabinetManager.h"
 #include "fakehost/FakeFactoryService.h"
 #include "fakehost/FakeOpaqueService.h"
 #include "fakehost/FakeXmlService.h"
@@ -91,7 +92,7 @@ void TFakeHost::RegisterServices() {
       {"UserAgentManager", Opaque<IQxIUserAgentManager>()},
       {"XmlWidgetPopup", Opaque<IQxIXmlWidgetPopup>()},
       {"InputHandler", Opaque<IQxIInputHandler>()},
-      {"CabinetManager", Opaque<IQxICabinetManager>()},
+      {"CabinetManager", AsUnknown(MakeCom<TFakeCabinetManager>())},
       {"ClientWidgetFactory", Opaque<IQxIClientWidgetFactory>()},
       {"MigemoSearchPlugin", Opaque<IQxIMigemoSearchPlugin>()},
   };

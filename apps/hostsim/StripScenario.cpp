@@ -83,12 +83,14 @@ void TStripScenario::PrepareHost() {
   for (int number = 1; number <= 8; ++number)
     WriteThumbnail(ThumbnailFolder(), GuidOfPage(number),
                    *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
+  FCabinetBar.StoreSiteIcons(kLastPage);
   FMainWindow = FHost.HostWindows().CreateMainWindow(TRect{40, 40, 40 + kHostWidth, 40 + kHostHeight});
   PaintHostWindow();
 }
 
 HResult TStripScenario::CreateStrip(TModuleLoader& loader) {
   if (!loader.GetPlugin()) return kFail;
+  FCabinetBar.Create(loader, FMainWindow, kStripTop);
   HResult status = loader.GetPlugin()("PreviewStripPlugin", FHost.ServiceCore().get(), FPlugin.put());
   if (Failed(status) || !FPlugin) return Failed(status) ? status : kFail;
   FHost.RegisterPlugin("PreviewStripPlugin", FPlugin.get());
@@ -114,6 +116,7 @@ HResult TStripScenario::CreateStrip(TModuleLoader& loader) {
 }
 
 void TStripScenario::DestroyStrip() {
+  FCabinetBar.Destroy();
   if (FControl) FControl->DestroyControl();
   FControl = nullptr;
   FControlWindow = nullptr;
@@ -166,6 +169,7 @@ void TStripScenario::Settle(std::uint32_t milliseconds) {
   for (std::uint32_t passed = 0; passed < milliseconds; passed += 10) os.AdvanceClock(10);
   os.ProcessMessages();
   if (FControlWindow) Platform().UpdateWindow(FControlWindow);
+  FCabinetBar.Update();
   os.ProcessMessages();
 }
 

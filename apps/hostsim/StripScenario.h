@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "CabinetBarStep.h"
 #include "ModuleLoader.h"
 #include "fakehost/FakeHost.h"
 #include "toolkit/Bitmap.h"
@@ -71,6 +72,8 @@ class TStripScenario {
   HWnd FControlWindow = nullptr;
   ComPtr<IUnknown> FPlugin;
   ComPtr<IQxIControl> FControl;
+  // The cabinet bar above the strip, made with it and gone with it.
+  TCabinetBarStep FCabinetBar{FHost};
 };
 
 struct TScenarioReport {

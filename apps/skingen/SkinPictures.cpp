@@ -376,9 +376,12 @@ std::map<std::string, std::function<std::unique_ptr<TBitmap>()>> Catalogue() {
 
   // ---- the cabinet bar
   const int kCabinetBar = 28;
-  add("CabinetbarBackground", 8, kCabinetBar, [](TBitmap& b, TPainter& p) { Background(p, b, kStripTop, Rgb(0x2A2E34), false); });
+  // Light, so the bar's dark grey titles read.
+  add("CabinetbarBackground", 8, kCabinetBar, [](TBitmap& b, TPainter& p) {
+    Background(p, b, Rgb(0xE6E9ED), Rgb(0xD5D9DF), false);
+  });
   add("CabinetbarBackgroundInactive", 8, kCabinetBar, [](TBitmap& b, TPainter& p) {
-    Background(p, b, kStripInactiveTop, kStripInactiveTop, false);
+    Background(p, b, Rgb(0xEEF0F2), Rgb(0xE3E5E8), false);
   });
   const TColor wire = WithAlpha(kAccent, 0.75f);
   add("CabinetbarTabWireLeft", 8, kCabinetBar, [wire](TBitmap& b, TPainter& p) {

@@ -516,12 +516,20 @@ QX_OPAQUE_INTERFACE(IQxIWindowOrderManager, "2571770D-E7B5-4FF2-BF90-0B92673B349
 QX_OPAQUE_INTERFACE(IQxIUserAgentManager, "4E24330C-063A-4708-B899-B2F6AB9A4D16")
 QX_OPAQUE_INTERFACE(IQxIXmlWidgetPopup, "20E135E9-9964-407E-BCD2-F52F551C0803")
 QX_OPAQUE_INTERFACE(IQxIInputHandler, "1C076276-F3A2-11DF-BDCE-001EC20A914A")
-QX_OPAQUE_INTERFACE(IQxICabinetManager, "E3A0F44C-9E36-446D-90AE-E5C7BB688433")
 QX_OPAQUE_INTERFACE(IQxIClientWidgetFactory, "B6B8823E-3F1A-4BF0-8055-D59E91417D75")
 QX_OPAQUE_INTERFACE(IQxIMigemoSearchPlugin, "66DC0BF6-4BEF-4A82-98AD-95873C861ABB")
 QX_OPAQUE_INTERFACE(IHTMLDocument2, "332C4425-26CB-11D0-B483-00C04FD90119")
 
 #undef QX_OPAQUE_INTERFACE
+
+// The cabinet's knowledge of tabs: whether a tab has a site icon (0 when it has), the
+// id of its site's domain, and the title to show for it.
+struct IQxICabinetManager : IUnknown {
+  static constexpr TGUID IID = MakeGuid("E3A0F44C-9E36-446D-90AE-E5C7BB688433");
+  virtual HResult QX_STDCALL HasCabinetIcon(IQxITab* tab) = 0;                      // 1
+  virtual HResult QX_STDCALL GetDomainId(IQxITab* tab, IQxIString** domain) = 0;     // 2
+  virtual HResult QX_STDCALL GetDisplayTitle(IQxITab* tab, IQxIString** title) = 0;  // 3
+};
 
 // The search engines: searches for a keyword with the engine of that id. The options
 // dictionary travels untyped, as the host's variant of an object.
