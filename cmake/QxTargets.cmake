@@ -57,7 +57,8 @@ function(qx_add_test target)
     # Each program starts Wine once and runs all its cases: one CTest test per program.
     target_link_options(${target} PRIVATE -static)
     add_test(NAME ${target} COMMAND ${target} --gtest_brief=1)
-    set_tests_properties(${target} PROPERTIES LABELS windows)
+    # A program stuck in Wine (a dialog, a lost message) fails its test rather than the leg.
+    set_tests_properties(${target} PROPERTIES LABELS windows TIMEOUT 180)
     add_dependencies(qx_windows_leg ${target})
     return()
   endif()
