@@ -53,6 +53,15 @@ function(qx_add_test target)
   target_include_directories(${target} PRIVATE ${QX_SOURCE_ROOT}/src ${QX_SOURCE_ROOT} ${QX_SOURCE_ROOT}/tests)
   target_link_libraries(${target} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
   qx_warnings(${target})
+  if(QX_WINDOWS_LEG)
+    # Each program starts Wine once and runs all its cases: one CTest test per program.
+    target_link_options(${target} PRIVATE -static)
+    add_test(NAME ${target} COMMAND ${target} --gtest_brief=1)
+    # A program stuck in Wine (a dialog, a lost message) fails its test rather than the leg.
+    set_tests_properties(${target} PROPERTIES LABELS windows TIMEOUT 180)
+    add_dependencies(qx_windows_leg ${target})
+    return()
+  endif()
   # One label only: the discovered tests' properties lose every label after the first.
   set(label unit)
   if(ARG_LABELS)

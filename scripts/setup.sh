@@ -8,6 +8,7 @@ packages=(
   libpcre2-dev libsdl2-dev libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev g++-mingw-w64-i686 ccache
   rapidjson-dev nlohmann-json3-dev libuchardet-dev
+  g++-mingw-w64-x86-64-posix wine64 xvfb xauth
 )
 
 missing=()

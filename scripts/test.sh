@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Every test: the suite optimised (GCC, -O3) with a short run of every benchmark, the
 # suite under ASan/UBSan (clang), the threaded tests under ThreadSanitizer, the 32-bit
-# Windows cross-build with its export check, and short fuzzer runs.
+# Windows cross-build with its export check, the 64-bit Windows tests under Wine, and
+# short fuzzer runs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/setup.sh
@@ -32,6 +33,9 @@ cmake --preset mingw >/dev/null
 cmake --build --preset mingw -j "$jobs"
 bash scripts/check-exports.sh build/mingw/src/module/PreviewStrip.dll
 bash scripts/check-exports.sh build/release/src/module/PreviewStrip.so
+
+step "64-bit Windows build, its tests under Wine"
+bash scripts/wine-tests.sh "$jobs"
 
 step "Fuzzers (short runs)"
 bash scripts/fuzz.sh 15

@@ -11,10 +11,12 @@
 #include "base/Text.h"
 #include "fakehost/FakeHost.h"
 #include "host/WrapV3Intf.h"
+#if !defined(_WIN32)
 #include "platform/portable/PortableOsExport.h"
 #include "platform/portable/ScopedPortableOs.h"
 
 QX_EXPORT_PORTABLE_OS()
+#endif
 
 namespace qx {
 namespace {
@@ -114,7 +116,9 @@ int main(int argc, char** argv) {
     }
   }
   if (options.ModulePath.empty()) options.ModulePath = QX_DEFAULT_MODULE_PATH;
+#if !defined(_WIN32)
   // A manual clock: the scenario lets time pass step by step, so every run draws the same pictures.
   qx::TScopedPortableOs os;
+#endif
   return qx::Run(options);
 }

@@ -5,11 +5,11 @@
 
 #include "ContactSheet.h"
 #include "PagePictures.h"
+#include "ScenarioDisplay.h"
 #include "WindowCapture.h"
 #include "base/Guid.h"
 #include "base/Text.h"
 #include "fakehost/FakeHandle.h"
-#include "platform/portable/PortableOs.h"
 
 namespace qx {
 namespace {
@@ -85,6 +85,14 @@ void TStripScenario::PrepareHost() {
                    *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
   FCabinetBar.StoreSiteIcons(kLastPage);
   FMainWindow = FHost.HostWindows().CreateMainWindow(TRect{40, 40, 40 + kHostWidth, 40 + kHostHeight});
+  // Where the system draws a frame, the window grows by it: the client area is the same
+  // size on every system, and so are the pictures.
+  TRect outer{}, client{};
+  if (Platform().GetWindowRect(FMainWindow, &outer) && Platform().GetClientRect(FMainWindow, &client) &&
+      (outer.Width() != client.Width() || outer.Height() != client.Height()))
+    Platform().SetWindowPos(FMainWindow, nullptr, 0, 0, kHostWidth + outer.Width() - client.Width(),
+                            kHostHeight + outer.Height() - client.Height(),
+                            win::SWP_NOZORDER | win::SWP_NOACTIVATE | win::SWP_NOMOVE);
   PaintHostWindow();
 }
 
@@ -165,12 +173,10 @@ void TStripScenario::AddPages(int first, int last) {
 }
 
 void TStripScenario::Settle(std::uint32_t milliseconds) {
-  IPortableOs& os = PortableOs();
-  for (std::uint32_t passed = 0; passed < milliseconds; passed += 10) os.AdvanceClock(10);
-  os.ProcessMessages();
+  LetTimePass(milliseconds);
   if (FControlWindow) Platform().UpdateWindow(FControlWindow);
   FCabinetBar.Update();
-  os.ProcessMessages();
+  LetTimePass(0);
 }
 
 void TStripScenario::PaintHostWindow() {
@@ -182,7 +188,7 @@ void TStripScenario::PaintHostWindow() {
       page ? DrawPagePicture(page, client.Width(), client.Height() - kStripTop - kStripHeight) : nullptr;
   std::unique_ptr<TBitmap> window =
       DrawHostWindow(client.Width(), client.Height(), kStripTop, kStripHeight, pagePicture.get());
-  PortableOs().SetWindowSurface(FMainWindow, window->Width(), window->Height(), window->Bits());
+  ShowWindowPicture(FMainWindow, *window);
 }
 
 std::unique_ptr<TBitmap> TStripScenario::Capture() { return CaptureWindow(FMainWindow); }

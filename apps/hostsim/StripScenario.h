@@ -2,7 +2,7 @@
 
 // The tab strip in a simulated browser: the fake host with its tabs, their thumbnails in
 // the module's cache folder and a main window; the module reached through its exports
-// only. Runs on the emulated window system of this process, on whatever clock it has.
+// only. Runs on the window system of this process (emulated or Win32), on its clock.
 
 #include <cstdint>
 #include <cstdio>
@@ -51,7 +51,7 @@ class TStripScenario {
   void FreshThumbnails();
   // Opens pages first..last behind the others in the last section, thumbnails cached.
   void AddPages(int first, int last);
-  // Lets milliseconds pass on the clock in 10 ms steps, so timers and animations run.
+  // Lets milliseconds pass with timers and animations running, then paints the strip.
   void Settle(std::uint32_t milliseconds);
   // The host window as shown, from the window system's pixels.
   std::unique_ptr<TBitmap> Capture();

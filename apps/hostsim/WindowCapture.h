@@ -1,8 +1,8 @@
 #pragma once
 
-// Pictures of a window as the user would see it, read back from the window system:
-// the window's own pixels, then those of every visible child window over them, bottom
-// child first.
+// Pictures of a window as the user would see it, read back from the window system. The
+// emulation has the window's own pixels, then those of every visible child window over
+// them, bottom child first; Win32 reads the screen, where the system composed them.
 
 #include <memory>
 

@@ -2,13 +2,15 @@
 
 // Window procedures that record what they receive, for the platform tests.
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "platform/Platform.h"
+#ifndef _WIN32
 #include "platform/portable/ScopedPortableOs.h"
+#endif
 
 namespace qx::test {
 
@@ -34,6 +36,15 @@ HWnd MakeWindow(std::uint32_t style = 0, HWnd parent = nullptr, TRect bounds = {
 
 inline constexpr char16_t kTestClass[] = u"QxTestWindow";
 
+#ifdef _WIN32
+// On Windows the same sources run on the real system, which has no manual clock.
+class PlatformTest : public ::testing::Test {
+ protected:
+  PlatformTest() { Log().clear(); }
+  ~PlatformTest() override { Log().clear(); }
+  IPlatform& P() { return Platform(); }
+};
+#else
 // Every test starts from a clean emulated system on the manual clock.
 class PlatformTest : public ::testing::Test {
  protected:
@@ -45,5 +56,6 @@ class PlatformTest : public ::testing::Test {
  private:
   TScopedPortableOs FOs;
 };
+#endif
 
 }  // namespace qx::test
