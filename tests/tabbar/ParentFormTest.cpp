@@ -1,3 +1,5 @@
+#include <fstream>
+
 #include "tabbar/ParentFormFixture.h"
 #include "tabbar/TabGroupbarLayout.h"
 
@@ -128,7 +130,12 @@ TEST_F(ParentFormTest, AClickOnAnotherGroupSelectsItAndOnTheActiveOneNothing) {
 }
 
 TEST_F(ParentFormTest, GroupMenusOpenWithTheirDictionaries) {
+  const auto menuFolder = host_.Resources().MenuRoot() / "toolbar/TabGroupBar";
+  std::filesystem::create_directories(menuFolder);
+  std::ofstream(menuFolder / "TabGroupPopupMenu.xml") << "<menu><item id=\"rename\"/></menu>";
   TTabbarParentForm& form = MakeForm();
+  // The group bar's set-up at the form's first layout registers the group menu with the host.
+  ASSERT_NE(host_.Popups().Popup(u"tabgroupbar-popup-menu"), nullptr);
   form.ShowTabGroupbar();
   host_.Events().ClearEventLog();
   Click(form.GroupLayout(0), true);  // not the active group: no menu
