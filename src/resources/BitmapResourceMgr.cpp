@@ -79,4 +79,15 @@ float FontSizeFromSystemFont(std::int32_t fontHeight, float adjustment) {
   return adjustment - static_cast<float>(MulDiv(fontHeight, 96, dpi));
 }
 
+TFont SystemFont(float adjustment) {
+  TFont font;
+  char16_t face[64] = {};
+  std::int32_t height = 0;
+  if (!Platform().GetMessageFont(face, 64, &height) || !face[0] || height == 0) return font;
+  font.Family = face;
+  // A positive LOGFONT height counts the cell, not the character; both stand for the size here.
+  font.Size = FontSizeFromSystemFont(height < 0 ? height : -height, adjustment);
+  return font;
+}
+
 }  // namespace qx

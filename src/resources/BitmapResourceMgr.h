@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "host/ServiceCoreWrapIntf.h"
 #include "toolkit/Bitmap.h"
+#include "toolkit/Canvas.h"
 #include "toolkit/Types.h"
 
 namespace qx {
@@ -73,5 +74,9 @@ std::int32_t MulDiv(std::int32_t a, std::int32_t b, std::int32_t c);
 // The toolkit's font size for a system font of height fontHeight (device pixels) at
 // the screen's vertical resolution: adjustment - MulDiv(fontHeight, 96, dpi).
 float FontSizeFromSystemFont(std::int32_t fontHeight, float adjustment);
+
+// The system's message font in the toolkit's terms: its family, and its size by
+// FontSizeFromSystemFont. The toolkit's default font when the system has none to give.
+TFont SystemFont(float adjustment);
 
 }  // namespace qx

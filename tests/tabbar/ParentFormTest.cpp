@@ -51,6 +51,25 @@ TEST_F(ParentFormTest, TheFormPlacesTheGroupsAtItsWidthAroundTheActiveOne) {
   EXPECT_EQ(form.lbGroupNameShadow(0)->TextSettings.FontColor, 0x38000000u);
 }
 
+TEST_F(ParentFormTest, GroupLabelsTakeTheSystemFontInBoldAndGrowWithIt) {
+  // 16 device pixels at 120 dpi is 13.
+  os_->SetMessageFont(u"DejaVu Serif", -16);
+  os_->SetLogPixelsY(120);
+  TTabbarParentForm& form = MakeForm();
+  form.ShowTabGroupbar();
+  for (int i = 0; i < 6; ++i)
+    for (TLabel* label : {form.lbGroupNameShadow(i), form.lbGroupName(i)}) {
+      EXPECT_EQ(label->TextSettings.Font.Family, u"DejaVu Serif");
+      EXPECT_EQ(label->TextSettings.Font.Size, 13);
+      EXPECT_TRUE(label->TextSettings.Font.Style & static_cast<TFontStyles>(TFontStyle::Bold));
+    }
+  // The labels were measured in the new font, not in the design's.
+  TTextPainter designFont = *form.lbGroupNameShadow(0);
+  designFont.TextSettings.Font.Size = 12;
+  if (designFont.Text.empty()) designFont.Text = u"あ";
+  EXPECT_GT(form.lbGroupNameShadow(0)->Height(), designFont.TextSize(0).cy + 4);
+}
+
 TEST_F(ParentFormTest, HitTestsPassThroughEmptyPlacesOnly) {
   TTabbarParentForm& form = MakeForm();
   form.ShowTabGroupbar();

@@ -98,6 +98,8 @@ class IPortableOs : public IPlatform {
   virtual void SetSystemMetric(std::int32_t index, std::int32_t value) = 0;
   virtual void SetDoubleClickTime(std::uint32_t milliseconds) = 0;
   virtual void SetLogPixelsY(std::int32_t dpi) = 0;
+  // height as a LOGFONT height: negative for a character height.
+  virtual void SetMessageFont(std::u16string faceName, std::int32_t height) = 0;
   // The locale values are given as LOCALE_* type and text.
   virtual void SetLocaleInfo(std::uint32_t type, std::u16string value) = 0;
   // Without it GetCurrentInputMessageSource fails, as on systems before it existed.

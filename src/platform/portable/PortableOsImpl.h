@@ -50,6 +50,7 @@ class TPortableOs final : public IPortableOs {
   void SetSystemMetric(std::int32_t index, std::int32_t value) override;
   void SetDoubleClickTime(std::uint32_t milliseconds) override;
   void SetLogPixelsY(std::int32_t dpi) override;
+  void SetMessageFont(std::u16string faceName, std::int32_t height) override;
   void SetLocaleInfo(std::uint32_t type, std::u16string value) override;
   void SetInputMessageSourceAvailable(bool available) override;
   void SetWin32Version(std::int32_t major, std::int32_t minor) override;
@@ -229,6 +230,8 @@ class TPortableOs final : public IPortableOs {
   HWnd FFocus = nullptr;
   std::uint32_t FDoubleClickTime = 500;
   std::int32_t FLogPixelsY = 96;
+  std::u16string FMessageFontFace = u"Segoe UI";
+  std::int32_t FMessageFontHeight = -12;
   std::map<std::int32_t, std::int32_t> FMetrics;
   std::map<std::uint32_t, std::u16string> FLocale;
   std::map<std::u16string, std::uint32_t> FClipboardFormats;  // by lower-case name

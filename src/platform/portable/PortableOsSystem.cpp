@@ -52,6 +52,22 @@ void TPortableOs::SetLogPixelsY(std::int32_t dpi) {
   FLogPixelsY = dpi;
 }
 
+bool TPortableOs::GetMessageFont(char16_t* faceName, std::int32_t maxCount, std::int32_t* height) {
+  if (!faceName || maxCount <= 0 || !height) return false;
+  TLock lock(FLock);
+  const std::size_t units = std::min(FMessageFontFace.size(), static_cast<std::size_t>(maxCount - 1));
+  std::copy_n(FMessageFontFace.data(), units, faceName);
+  faceName[units] = 0;
+  *height = FMessageFontHeight;
+  return true;
+}
+
+void TPortableOs::SetMessageFont(std::u16string faceName, std::int32_t height) {
+  TLock lock(FLock);
+  FMessageFontFace = std::move(faceName);
+  FMessageFontHeight = height;
+}
+
 std::int32_t TPortableOs::MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption,
                                       std::uint32_t type) {
   TLock lock(FLock);

@@ -381,6 +381,22 @@ std::int32_t TWin32Platform::GetLogPixelsY() {
   return dpi;
 }
 
+bool TWin32Platform::GetMessageFont(char16_t* faceName, std::int32_t maxCount, std::int32_t* height) {
+  if (!faceName || maxCount <= 0 || !height) return false;
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof(metrics);
+  if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return false;
+  const LOGFONTW& font = metrics.lfMessageFont;
+  std::int32_t units = 0;
+  while (units < maxCount - 1 && units < LF_FACESIZE && font.lfFaceName[units]) {
+    faceName[units] = static_cast<char16_t>(font.lfFaceName[units]);
+    ++units;
+  }
+  faceName[units] = 0;
+  *height = font.lfHeight;
+  return true;
+}
+
 std::int32_t TWin32Platform::MessageBoxW(HWnd hwnd, const char16_t* text, const char16_t* caption,
                                          std::uint32_t type) {
   return ::MessageBoxW(H(hwnd), W(text), W(caption), type);
