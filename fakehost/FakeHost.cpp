@@ -20,6 +20,8 @@ TFakeHost::TFakeHost()
       translator_(MakeCom<TFakeTranslatorService>()),
       windows_(MakeCom<TFakeWindowService>()),
       widgets_(MakeCom<TFakeWidgetService>()),
+      popups_(MakeCom<TFakeXmlWidgetPopup>()),
+      widgetFactory_(MakeCom<TFakeClientWidgetFactory>(widgets_)),
       globalStorage_(MakeCom<TFakeGlobalStorageService>()),
       bookmarks_(MakeCom<TFakeBookmarkManager>()),
       actions_(MakeCom<TFakeActionManager>()),
@@ -90,10 +92,10 @@ void TFakeHost::RegisterServices() {
       // Another service than the bookmark manager, though asked for with its identity.
       {"BasicToolBarManager", AsUnknown(MakeCom<TFakeBookmarkManager>())},
       {"UserAgentManager", Opaque<IQxIUserAgentManager>()},
-      {"XmlWidgetPopup", Opaque<IQxIXmlWidgetPopup>()},
+      {"XmlWidgetPopup", AsUnknown(popups_)},
       {"InputHandler", Opaque<IQxIInputHandler>()},
       {"CabinetManager", AsUnknown(MakeCom<TFakeCabinetManager>())},
-      {"ClientWidgetFactory", Opaque<IQxIClientWidgetFactory>()},
+      {"ClientWidgetFactory", AsUnknown(widgetFactory_)},
       {"MigemoSearchPlugin", Opaque<IQxIMigemoSearchPlugin>()},
   };
   for (const auto& [name, object] : objects) services_[std::string(name)] = object;

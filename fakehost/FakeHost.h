@@ -12,6 +12,7 @@
 #include "fakehost/FakeActionManager.h"
 #include "fakehost/FakeBookmarkManager.h"
 #include "fakehost/FakeBrowserManager.h"
+#include "fakehost/FakeClientWidgetFactory.h"
 #include "fakehost/FakeDirectoryService.h"
 #include "fakehost/FakeEventService.h"
 #include "fakehost/FakeFaviconManager.h"
@@ -30,6 +31,7 @@
 #include "fakehost/FakeUriAction.h"
 #include "fakehost/FakeWidgetService.h"
 #include "fakehost/FakeWindowService.h"
+#include "fakehost/FakeXmlWidgetPopup.h"
 
 namespace qx {
 
@@ -88,6 +90,8 @@ class TFakeHost {
   TFakeTranslatorService& Translator() { return *translator_.get(); }
   TFakeWindowService& Windows() { return *windows_.get(); }
   TFakeWidgetService& Widgets() { return *widgets_.get(); }
+  // Popup menus that the module registered.
+  TFakeXmlWidgetPopup& Popups() { return *popups_.get(); }
   TFakeGlobalStorageService& GlobalStorage() { return *globalStorage_.get(); }
   TFakeBookmarkManager& Bookmarks() { return *bookmarks_.get(); }
   TFakeActionManager& Actions() { return *actions_.get(); }
@@ -114,6 +118,8 @@ class TFakeHost {
   ComPtr<TFakeTranslatorService> translator_;
   ComPtr<TFakeWindowService> windows_;
   ComPtr<TFakeWidgetService> widgets_;
+  ComPtr<TFakeXmlWidgetPopup> popups_;
+  ComPtr<TFakeClientWidgetFactory> widgetFactory_;
   ComPtr<TFakeGlobalStorageService> globalStorage_;
   ComPtr<TFakeBookmarkManager> bookmarks_;
   ComPtr<TFakeActionManager> actions_;

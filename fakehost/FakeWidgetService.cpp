@@ -20,14 +20,23 @@ TFakeWidgetService::TFakeWidgetService() : root_(MakeCom<TFakeXmlElement>(u"wind
   SetWidgetRect(widget_name::BrowserAreaWidget, 0, 85, 1280, 800);
 }
 
-void TFakeWidgetService::SetWidgetRect(std::u16string_view id, int left, int top, int right, int bottom) {
+ComPtr<TFakeXmlElement> TFakeWidgetService::Widget(std::u16string_view id) {
   auto element = root_->FindById(id);
   if (!element) {
     element = root_->AddChild(u"widget");
     element->SetAttribute(u"id", id);
   }
-  element->SetAttribute(u"rect", IntToStr(left) + u"," + IntToStr(top) + u"," + IntToStr(right) + u"," +
-                                     IntToStr(bottom));
+  return element;
+}
+
+void TFakeWidgetService::SetWidgetClass(std::u16string_view id, std::u16string_view className) {
+  Widget(id)->SetAttribute(u"aclass", className);
+}
+
+void TFakeWidgetService::SetWidgetRect(std::u16string_view id, int left, int top, int right, int bottom) {
+  auto element = Widget(id);
+  element->SetAttribute(
+      u"rect", IntToStr(left) + u"," + IntToStr(top) + u"," + IntToStr(right) + u"," + IntToStr(bottom));
 }
 
 HResult QX_STDCALL TFakeWidgetService::GetWidget(Text id, IUnknown** widget) {

@@ -44,8 +44,13 @@ class TFakeWidgetService : public TInterfacedObject<IQxIWidgetService> {
   void SetRoot(ComPtr<TFakeXmlElement> root) { root_ = std::move(root); }
   // Sets "rect" of a widget, adding it under the main window when missing.
   void SetWidgetRect(std::u16string_view id, int left, int top, int right, int bottom);
+  // Marks a widget as built, with its class name as "aclass"; adds it when missing.
+  void SetWidgetClass(std::u16string_view id, std::u16string_view className);
 
  private:
+  // The widget of that id, added under the main window when missing.
+  ComPtr<TFakeXmlElement> Widget(std::u16string_view id);
+
   ComPtr<TFakeXmlElement> root_;
 };
 

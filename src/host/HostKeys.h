@@ -128,4 +128,16 @@ inline constexpr std::u16string_view BrowserAreaWidget = u"BrowserAreaWidget";
 inline constexpr std::u16string_view TitleMenuWidget = u"TitleMenuWidget";
 }  // namespace widget_name
 
+// Classes of the bars that stand above the strip in the host's rebar.
+namespace rebar_widget {
+inline constexpr std::u16string_view BookmarkBar = u"BookmarkBarWidget";
+inline constexpr std::u16string_view CabinetBar = u"CabinetBarWidget";
+}  // namespace rebar_widget
+
+// Ids under which the module registers its popup menus with the host.
+namespace popup_menu_id {
+inline constexpr std::u16string_view NewTab = u"newtab-popup-menu";
+inline constexpr std::u16string_view TabGroupbar = u"tabgroupbar-popup-menu";
+}  // namespace popup_menu_id
+
 }  // namespace qx

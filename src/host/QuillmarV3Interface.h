@@ -495,6 +495,34 @@ struct IQxIXmlService : IUnknown {
   virtual HResult QX_STDCALL Parse(Text text, IQxIXmlElement** element) = 0;  // 1
 };
 
+// The host's popup menus: documents registered under an id, opened later by
+// "XmlWidget.MenuOpen" with that id.
+struct IQxIXmlWidgetPopup : IUnknown {
+  static constexpr TGUID IID = MakeGuid("20E135E9-9964-407E-BCD2-F52F551C0803");
+  // Registers the menu document under id, replacing one registered before.
+  virtual HResult QX_STDCALL RegisterPopup(Text id, IQxIXmlElement* root) = 0;  // 1
+  // Forgets the menu of that id; kFalse when there was none.
+  virtual HResult QX_STDCALL RemovePopup(Text id) = 0;  // 2
+};
+
+// A widget that the host's main window has built.
+struct IQxIClientWidget : IUnknown {
+  static constexpr TGUID IID = MakeGuid("3E1C5B7A-94D2-4F0B-A6C8-2D7F1E09B5C4");
+  virtual HResult QX_STDCALL GetClassName(IQxIString** name) = 0;  // 1
+  // The widget's rectangle in the main window's client coordinates; empty while hidden.
+  virtual HResult QX_STDCALL GetRect(std::int32_t* left, std::int32_t* top, std::int32_t* right,
+                                     std::int32_t* bottom) = 0;  // 2
+};
+
+// The main window's widgets, looked up by the value of one of their attributes.
+struct IQxIClientWidgetFactory : IUnknown {
+  static constexpr TGUID IID = MakeGuid("B6B8823E-3F1A-4BF0-8055-D59E91417D75");
+  // The first built widget whose attribute (such as "aclass") has that value;
+  // flags 1 asks only among built widgets. kFalse and nil when none.
+  virtual HResult QX_STDCALL FindWidget(Text value, Text attribute, std::int32_t flags,
+                                        IQxIClientWidget** widget) = 0;  // 1
+};
+
 // The host's favicon store. A fetch answers later through "FaviconManager.Changed".
 struct IQxIFaviconManagerV3 : IUnknown {
   static constexpr TGUID IID = MakeGuid("58C445E5-8B84-446E-A019-891A41A050DE");
@@ -514,9 +542,7 @@ QX_OPAQUE_INTERFACE(IQxIXmlWidgetManager, "D9901ADD-C243-41CF-958F-AB3AE55EE975"
 QX_OPAQUE_INTERFACE(IQxIHistoryManager, "1095A80A-B32B-48EA-B4B4-E52EC01E9DCB")
 QX_OPAQUE_INTERFACE(IQxIWindowOrderManager, "2571770D-E7B5-4FF2-BF90-0B92673B3495")
 QX_OPAQUE_INTERFACE(IQxIUserAgentManager, "4E24330C-063A-4708-B899-B2F6AB9A4D16")
-QX_OPAQUE_INTERFACE(IQxIXmlWidgetPopup, "20E135E9-9964-407E-BCD2-F52F551C0803")
 QX_OPAQUE_INTERFACE(IQxIInputHandler, "1C076276-F3A2-11DF-BDCE-001EC20A914A")
-QX_OPAQUE_INTERFACE(IQxIClientWidgetFactory, "B6B8823E-3F1A-4BF0-8055-D59E91417D75")
 QX_OPAQUE_INTERFACE(IQxIMigemoSearchPlugin, "66DC0BF6-4BEF-4A82-98AD-95873C861ABB")
 QX_OPAQUE_INTERFACE(IHTMLDocument2, "332C4425-26CB-11D0-B483-00C04FD90119")
 

@@ -103,18 +103,10 @@ class TQxITabGroupWrapImpl : public TInterfacedObject<IQxITabGroupWrap> {
 class TFilteredTabGroupWrapImpl : public TQxITabGroupWrapImpl {
  public:
   TFilteredTabGroupWrapImpl(IQxITabGroup* group, IQxITabManager* manager)
-      : TQxITabGroupWrapImpl(group), FTabManager(manager) {
-    ComPtr<IQxITabDock> dock = DockOf(manager);
-    const std::int32_t count = TQxITabGroupWrapImpl::GetTabCount();
-    for (std::int32_t i = 0; i < count; ++i) {
-      ComPtr<IQxITab> tab;
-      TQxITabGroupWrapImpl::GetTab(i, tab);
-      if (dock && dock->IsTabHidden(tab.get()) == 0) FList.push_back(tab);
-    }
-  }
-  std::int32_t GetTabCount() override { return static_cast<std::int32_t>(FList.size()); }
+      : TQxITabGroupWrapImpl(group), FTabManager(manager) {}
+  std::int32_t GetTabCount() override { return static_cast<std::int32_t>(List().size()); }
   bool GetTab(std::int32_t index, ComPtr<IQxITab>& tab) override {
-    tab = ListItem(FList, index);
+    tab = ListItem(List(), index);
     return static_cast<bool>(tab);
   }
   void WrapSection(IQxITabSection* section, ComPtr<IQxITabSectionWrap>& wrap) override {
@@ -122,7 +114,23 @@ class TFilteredTabGroupWrapImpl : public TQxITabGroupWrapImpl {
   }
 
  private:
+  // Built on first need: the wrap that goes by sections never asks for it, and a
+  // big group would pay for a walk of all its tabs.
+  const TabList& List() {
+    if (FListBuilt) return FList;
+    FListBuilt = true;
+    ComPtr<IQxITabDock> dock = DockOf(FTabManager.get());
+    const std::int32_t count = TQxITabGroupWrapImpl::GetTabCount();
+    for (std::int32_t i = 0; i < count; ++i) {
+      ComPtr<IQxITab> tab;
+      TQxITabGroupWrapImpl::GetTab(i, tab);
+      if (dock && dock->IsTabHidden(tab.get()) == 0) FList.push_back(tab);
+    }
+    return FList;
+  }
+
   TabList FList;
+  bool FListBuilt = false;
   ComPtr<IQxITabManager> FTabManager;
 };
 

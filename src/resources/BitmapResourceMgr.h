@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "host/ServiceCoreWrapIntf.h"
 #include "toolkit/Bitmap.h"
+#include "toolkit/Canvas.h"
 #include "toolkit/Types.h"
 
 namespace qx {

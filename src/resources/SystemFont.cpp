@@ -10,7 +10,8 @@ bool ApplySystemFont(TFont& font, float adjustment) {
   std::int32_t height = 0;
   if (!Platform().GetMessageFont(&family, &height) || family.empty() || height == 0) return false;
   font.Family = family;
-  font.Size = FontSizeFromSystemFont(height, adjustment);
+  // A positive height counts the cell, not the character; both stand for the size here.
+  font.Size = FontSizeFromSystemFont(height < 0 ? height : -height, adjustment);
   return true;
 }
 

@@ -4,7 +4,9 @@
 
 #include "base/ComPtr.h"
 #include "host/QuillmarV3Interface.h"
+#include "resources/BitmapResourceMgr.h"
 #include "resources/ImageButton.h"
+#include "resources/SystemFont.h"
 #include "resources/TabbarImageRes.h"
 #include "tabbar/TabGroupbarLayout.h"
 #include "tabbar/TabbarParentForm.h"
@@ -93,8 +95,21 @@ void TTabbarParentForm::InitTabGroupbar() {
   RegisterTabGroupMenu();
 }
 
+void TTabbarParentForm::ApplySystemFontToGroupLabels() {
+  TTextSettings& first = FGroups[0].NameShadow->TextSettings;
+  ApplySystemFont(first.Font, 0);
+  for (TGroupParts& g : FGroups)
+    for (TLabel* label : {g.NameShadow, g.Name}) {
+      label->TextSettings.Font.Family = first.Font.Family;
+      label->TextSettings.Font.Size = first.Font.Size;
+      label->TextSettings.Font.Style |= static_cast<TFontStyles>(TFontStyle::Bold);
+    }
+}
+
 void TTabbarParentForm::SetupTabGroupbar() {
   FTabGroupbarSetupDone = true;
+  // Before the labels are measured: their height follows the font.
+  ApplySystemFontToGroupLabels();
   for (int i = 0; i < kTabGroupCount; ++i) {
     TGroupParts& g = FGroups[static_cast<std::size_t>(i)];
     TString title;

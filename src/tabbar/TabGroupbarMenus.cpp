@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "host/ClientWidgets.h"
+#include "host/HostKeys.h"
 #include "resources/BitmapResourceMgr.h"
 #include "resources/CustomCtrlToolTip2.h"
 #include "resources/ImageButton.h"
@@ -29,7 +31,8 @@ void TTabbarParentForm::RegisterTabGroupMenu() {
   FGroupbarMenuCreated = false;
   if (!FServiceCore) return;
   ComPtr<IQxIXmlElement> root;
-  FGroupbarMenuCreated = FServiceCore->LoadXmlElement(kTabGroupPopupMenuPath, root) && root;
+  FGroupbarMenuCreated = FServiceCore->LoadXmlElement(kTabGroupPopupMenuPath, root) && root &&
+                         RegisterPopupMenu(FServiceCore.get(), popup_menu_id::TabGroupbar, root.get());
 }
 
 void TTabbarParentForm::ShowGroupPopupMenu() {
@@ -52,13 +55,8 @@ void TTabbarParentForm::btnGroupMenu_0Click(TFmxObject* sender) {
 
 // The host draws a darker border under the strip when both bars stand above it.
 void TTabbarParentForm::UpdateRebarBorder() {
-  bool bothShown = false;
-  if (FServiceCore) {
-    TRect bookmarkBar, cabinetBar;
-    bothShown = FServiceCore->WidgetRectByName(u"BookmarkBarWidget", bookmarkBar) &&
-                bookmarkBar.Height() > 0 && FServiceCore->WidgetRectByName(u"CabinetBarWidget", cabinetBar) &&
-                cabinetBar.Height() > 0;
-  }
+  const bool bothShown = IsClientWidgetShown(FServiceCore.get(), rebar_widget::BookmarkBar) &&
+                         IsClientWidgetShown(FServiceCore.get(), rebar_widget::CabinetBar);
   const TBitmap* border = bothShown ? FRebarBorderBitmap.get() : FRebarBorderBitmapLight.get();
   imgBackGroundBottom_->SetBitmap(border);
   imgTabGroupbarBackBottom_->SetBitmap(border);

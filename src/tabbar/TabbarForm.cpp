@@ -4,6 +4,8 @@
 
 #include "base/PathDelim.h"
 #include "base/Text.h"
+#include "host/ClientWidgets.h"
+#include "host/HostKeys.h"
 #include "runtime/ReplaceAniThread.h"
 #include "tabbar/TabbarFormLayout.h"
 #include "toolkit/Form.h"
@@ -136,14 +138,13 @@ void TTabbarFrame::CreateThumbnailCache() {
 }
 
 bool TTabbarFrame::IsTitleMenuWidgetCreated() {
-  // The host's widget factory offers no operation through which to ask for a
-  // widget, so the strip starts in the inactive look until the host says otherwise.
-  return false;
+  return IsClientWidgetBuilt(FServiceCore.get(), widget_name::TitleMenuWidget);
 }
 
 TTabbarFrame::~TTabbarFrame() {
   Flayout.reset();
   FFinishing = true;
+  RemovePopupMenu(FServiceCore.get(), popup_menu_id::NewTab);
   UnInitializeEvents();
 
   FFaviconCache.reset();

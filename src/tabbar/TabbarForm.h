@@ -96,6 +96,8 @@ class TTabbarFrame : public TFrame {
   void layoutSubviews() { layoutSubviews(false); }
   void SetActiveTabImage(TTabImage* tab, bool keepViewport);
   void SortZOrderFromAttributeList(ITabViewLayoutAttributeList* attributes);
+  // Drops from the scroll content what the layout pass does not list.
+  void RemoveUnlistedChildren(std::int32_t count);
   void MoveActiveIndicator(ITabViewLayoutAttributes* attributes, bool animated, float duration);
   float ActiveIndicatorTargetX(ITabViewLayoutAttributes* attributes) const;
   void UpdateTabbarWidth(bool animated, float duration);
@@ -209,6 +211,11 @@ class TTabbarFrame : public TFrame {
   void InternalUpdateTabbar(bool tabAdded, bool animated);
   bool MirrorIsCurrent(IQxITabGroupWrap* group);
   void RebuildMirror(IQxITabGroupWrap* group, TTabImage*& newActive);
+  // One new tab in one section and nothing else changed: the common add, done in
+  // place without a rebuild. False when the change is any other.
+  bool InsertOneTab(IQxITabGroupWrap* group, TTabImage*& newActive);
+  // index -1 appends to the section.
+  TTabImage* InsertTabImage(TTabImageSection* section, std::int32_t index, IQxITab* tab);
   void ApplyLayoutAttributes(bool animated, float duration);
   void ApplyAttributesToTabImage(ITabViewLayoutAttributes* attributes, TTabImage* tab, bool animated,
                                  float duration);

@@ -2,7 +2,7 @@
 // indicator, the strip's width and the viewport.
 
 #include <algorithm>
-#include <unordered_map>
+#include <unordered_set>
 
 #include "tabbar/TabbarForm.h"
 
@@ -87,17 +87,30 @@ void TTabbarFrame::ApplyAttributesToTabImage(ITabViewLayoutAttributes* attribute
 
 void TTabbarFrame::SortZOrderFromAttributeList(ITabViewLayoutAttributeList* attributes) {
   const std::int32_t count = attributes ? attributes->Count() : 0;
-  std::unordered_map<const TFmxObject*, double> zOfTab;
-  zOfTab.reserve(static_cast<std::size_t>(std::max(count, 0)));
-  for (std::int32_t i = 0; i < count; ++i)
-    if (TTabImage* tab = GetTabImages(i)) zOfTab.emplace(tab, tab->SortPosition());
   if (count < 2) return;
+  TFmxObject* content = FTabScrollBox->Content();
+  // As many children as listed tabs, each listed tab among them: then no child is a
+  // stranger, and the pass needs no set of the tabs.
+  bool onlyListed = content->ChildrenCount() == count;
+  for (std::int32_t i = 0; onlyListed && i < count; ++i) {
+    const TTabImage* tab = GetTabImages(i);
+    onlyListed = tab && tab->Parent() == content;
+  }
+  if (!onlyListed) RemoveUnlistedChildren(count);
+  // Every child left is a listed tab image. The order seldom changes; a pass that
+  // finds it right touches nothing.
+  content->SortChildrenByKey(
+      [](TFmxObject* child) { return static_cast<TTabImage*>(child)->SortPosition(); });
+}
 
+void TTabbarFrame::RemoveUnlistedChildren(std::int32_t count) {
+  std::unordered_set<const TFmxObject*> listed;
+  listed.reserve(static_cast<std::size_t>(count));
+  for (std::int32_t i = 0; i < count; ++i)
+    if (TTabImage* tab = GetTabImages(i)) listed.insert(tab);
   TFmxObject* content = FTabScrollBox->Content();
   for (int i = content->ChildrenCount() - 1; i >= 0; --i)
-    if (!zOfTab.contains(content->Children(i))) content->RemoveObject(i);
-  // The order seldom changes; a pass that finds it right touches nothing.
-  content->SortChildrenByKey([&zOfTab](TFmxObject* child) { return zOfTab.at(child); });
+    if (!listed.contains(content->Children(i))) content->RemoveObject(i);
 }
 
 void TTabbarFrame::SetActiveTabImage(TTabImage* tab, bool keepViewport) {

@@ -43,7 +43,7 @@ void TTabbarFrame::InternalUpdateTabbar(bool /*tabAdded*/, bool animated) {
   if (manager) manager->GetActiveGroup(group);
   if (group && !MirrorIsCurrent(group.get())) {
     changed = true;
-    RebuildMirror(group.get(), newActive);
+    if (!InsertOneTab(group.get(), newActive)) RebuildMirror(group.get(), newActive);
   }
 
   if (changed) {
@@ -135,6 +135,65 @@ class TSceneUpdate {
 
 }  // namespace
 
+bool TTabbarFrame::InsertOneTab(IQxITabGroupWrap* group, TTabImage*& newActive) {
+  ComPtr<IQxITabGroup> raw;
+  group->GetRaw(raw);
+  if (!FHostGroupIdentity || !SameIdentity(FHostGroupIdentity, raw)) return false;
+  const std::int32_t sectionCount = group->GetSectionCount();
+  if (sectionCount != FTabList->Count()) return false;
+  TTabImageSection* target = nullptr;
+  std::int32_t at = -1;
+  ComPtr<IQxITab> added;
+  for (std::int32_t s = 0; s < sectionCount; ++s) {
+    ComPtr<IQxITabSectionWrap> hostSection;
+    if (!group->GetSection(s, hostSection) || !hostSection) return false;
+    ComPtr<IQxITabSection> rawSection;
+    hostSection->GetRaw(rawSection);
+    TTabImageSection* section = FTabList->Sections(s);
+    auto known = FHostSections.find(section);
+    if (known == FHostSections.end() || !known->second || !SameIdentity(known->second, rawSection))
+      return false;
+    const std::int32_t tabCount = hostSection->GetTabCount();
+    const std::int32_t extra = tabCount - section->Count();
+    if (extra < 0 || extra > 1 || (extra == 1 && target)) return false;
+    std::int32_t skipped = 0;
+    for (std::int32_t t = 0; t < tabCount; ++t) {
+      ComPtr<IQxITab> hostTab;
+      if (!hostSection->GetTab(t, hostTab) || !hostTab) return false;
+      if (t - skipped < section->Count()) {
+        auto it = FHostTabs.find(AsTabImage(section->TabImages(t - skipped)));
+        if (it != FHostTabs.end() && SameIdentity(it->second, hostTab)) continue;
+      }
+      if (extra == 0 || skipped == 1) return false;
+      skipped = 1;
+      target = section;
+      at = t;
+      added = hostTab;
+    }
+  }
+  if (!target) return false;
+
+  // The host's active tab is the new one or the one the strip shows already;
+  // anything else is a wider change.
+  ComPtr<IQxITab> activeTab;
+  group->GetActiveTab(activeTab);
+  const ComPtr<IUnknown> activeIdentity = IdentityOf(activeTab.get());
+  const bool addedIsActive = activeIdentity && SameIdentity(activeIdentity, added);
+  if (!addedIsActive) {
+    auto shown = FActiveTab ? FHostTabs.find(FActiveTab) : FHostTabs.end();
+    const bool same = activeIdentity ? shown != FHostTabs.end() && shown->second.get() == activeIdentity.get()
+                                     : FActiveTab == nullptr;
+    if (!same) return false;
+  }
+
+  UpdateGroupImageFromGroup(raw.get());
+  FTabList->BeginUpdate();
+  TTabImage* image = InsertTabImage(target, at, added.get());
+  FTabList->EndUpdate();
+  newActive = addedIsActive ? image : FActiveTab;
+  return true;
+}
+
 void TTabbarFrame::RebuildMirror(IQxITabGroupWrap* group, TTabImage*& newActive) {
   ComPtr<IQxITabGroup> raw;
   group->GetRaw(raw);
@@ -195,6 +254,10 @@ void TTabbarFrame::RebuildMirror(IQxITabGroupWrap* group, TTabImage*& newActive)
 }
 
 TTabImage* TTabbarFrame::AddTabImage(TTabImageSection* section, IQxITab* tab) {
+  return InsertTabImage(section, -1, tab);
+}
+
+TTabImage* TTabbarFrame::InsertTabImage(TTabImageSection* section, std::int32_t index, IQxITab* tab) {
   const std::int32_t tabId = FServiceCore && tab ? FServiceCore->TabIdOf(tab) : 0;
   auto* image = new TTabImage(FTabScrollBox, FImageRes, FServiceCore.get(), tabId);
   image->SetScrollBox(FScrollBoxAdapter.get());
@@ -207,7 +270,11 @@ TTabImage* TTabbarFrame::AddTabImage(TTabImageSection* section, IQxITab* tab) {
   image->Position().SetX(static_cast<float>(FHostTabs.size()) * kTabWidth);
   if (tab) FHostTabs[image] = IdentityOf(tab);
 
-  (section ? section : FTabList->DefaultSection())->Add(image);
+  TTabImageSection* target = section ? section : FTabList->DefaultSection();
+  if (index < 0 || index >= target->Count())
+    target->Add(image);
+  else
+    target->Insert(index, image);
   FTabScrollBox->AddObject(image);
   if (FTabImageCacheMgr) image->LoadCacheImage(*FTabImageCacheMgr);
   image->UpdateTabStatus();

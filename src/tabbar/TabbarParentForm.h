@@ -127,6 +127,8 @@ class TTabbarParentForm : public TBaseFormXE7 {
   void FormShow();
   void InitTabGroupbar();
   void SetupTabGroupbar();
+  // The system font goes to the first shadow label and from it to every group label.
+  void ApplySystemFontToGroupLabels();
   void RegisterTabGroupMenu();
   void SetGroupButtonImage(TGroupColorImage* image, int groupIndex, bool active, bool isPrivate);
   void SetWindowVisible(bool visible);

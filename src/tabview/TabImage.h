@@ -42,6 +42,7 @@ class TTabImage : public TLayout, public TTabImageItem {
                      IServiceCoreWrap* serviceCore = nullptr, std::int32_t tabId = 0);
   ~TTabImage() override;
   std::string ClassName() const override { return "TTabImage"; }
+  TTabImage* AsTabImage() override { return this; }
 
   // Both bases have an index; the strip's is the one callers mean.
   using TTabImageItem::Index;
@@ -187,6 +188,6 @@ class TTabImage : public TLayout, public TTabImageItem {
 };
 
 // The strip holds nothing but tab images; nil for anything else.
-inline TTabImage* AsTabImage(TTabImageItem* item) { return dynamic_cast<TTabImage*>(item); }
+inline TTabImage* AsTabImage(TTabImageItem* item) { return item ? item->AsTabImage() : nullptr; }
 
 }  // namespace qx

@@ -8,6 +8,7 @@
 
 namespace qx {
 
+class TTabImage;
 class TTabImageSection;
 
 // What the strip's layout and its sections know of a tab: its fixed size, its
@@ -41,6 +42,10 @@ class TTabImageItem {
   // first need overrides this.
   virtual std::u16string TabGuid() { return FTabGuid; }
   void SetTabGuid(std::u16string guid) { FTabGuid = std::move(guid); }
+
+  // The control behind the item without a cast: the strip asks this for every
+  // tab on every pass.
+  virtual TTabImage* AsTabImage() { return nullptr; }
 
  protected:
   std::u16string FTabGuid;

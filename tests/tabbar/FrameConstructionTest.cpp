@@ -45,6 +45,19 @@ TEST_F(FrameTest, BuildsTheDesignTreeWithItsTimersAndFixedGeometry) {
   EXPECT_EQ(frame.TabImageCacheMgr()->CacheDir(), dir);
 }
 
+TEST_F(FrameTest, ABuiltTitleMenuWidgetStartsTheActiveLookAndTeardownDropsTheNewTabMenu) {
+  host_.Widgets().SetWidgetClass(u"TitleMenuWidget", u"TitleMenuWidget");
+  host_.Popups().RegisterPopup(u"newtab-popup-menu", MakeCom<TFakeXmlElement>(u"menu").get());
+  host_.Popups().RegisterPopup(u"tab-menu", MakeCom<TFakeXmlElement>(u"menu").get());
+  {
+    TTabbarFrame frame(nullptr, imageRes_.get(), nullptr, wrap_.get(), nullptr);
+    EXPECT_EQ(Colour(frame.imgTabbarLeft()->Bitmap()), ColourOfKey(u"TabbarBackgroundLeft"));
+    EXPECT_NE(host_.Popups().Popup(u"newtab-popup-menu"), nullptr);
+  }
+  EXPECT_EQ(host_.Popups().Popup(u"newtab-popup-menu"), nullptr);
+  EXPECT_NE(host_.Popups().Popup(u"tab-menu"), nullptr);
+}
+
 TEST_F(FrameTest, WithoutServiceCoreTheThumbnailPathStaysEmptyAndTheStripStillSyncsNothing) {
   TTabbarFrame& frame = MakeFrame(nullptr);
   EXPECT_TRUE(frame.ThumbnailDirectory().empty());

@@ -6,8 +6,9 @@ namespace {
 // Host edits of every kind the strip must follow, chosen by a seeded generator.
 class RandomHostEdits {
  public:
-  RandomHostEdits(TFakeHost& host, TFakeTabGroup* group, unsigned seed)
-      : host_(host), group_(group), random_(seed) {}
+  // insideSections: new tabs may also open right after another, not only at a section's end.
+  RandomHostEdits(TFakeHost& host, TFakeTabGroup* group, unsigned seed, bool insideSections = false)
+      : host_(host), group_(group), random_(seed), insideSections_(insideSections) {}
 
   void Run(int edits) {
     for (int i = 0; i < edits; ++i) Edit();
@@ -27,6 +28,7 @@ class RandomHostEdits {
         TFakeOpenTab how;
         how.Group = group_;
         how.Section = Pick(sections + 1);
+        if (insideSections_ && Pick(2) == 0) how.After = tab;
         how.Activate = Pick(2) == 0;
         how.NoBrowser = true;
         host_.Model().OpenTab(u"about:blank", how);
@@ -55,6 +57,7 @@ class RandomHostEdits {
   TFakeHost& host_;
   TFakeTabGroup* group_;
   std::mt19937 random_;
+  bool insideSections_;
 };
 
 TEST_F(FrameTest, OneSyncAfterRandomHostEditsMirrorsTabsSectionsOrderAndSelection) {
@@ -74,6 +77,16 @@ TEST_F(FrameTest, OneSyncAfterRandomHostEditsMirrorsTabsSectionsOrderAndSelectio
     EXPECT_EQ(frame.ActiveTab()->TabGuid(), GuidOf(group_->ActiveTab()));
     EXPECT_EQ(frame.TabScrollBox()->Content()->ChildrenCount(), frame.TabImageCount());
     Advance(1000);
+  }
+  // Then one edit at a time, as the host's events bring them: single new tabs go into
+  // the mirror in place.
+  host_.Events().FireFromHost(u"Client.Initialized", {});
+  RandomHostEdits random(host_, group_, 4, true);
+  for (int i = 0; i < 300; ++i) {
+    random.Run(1);
+    ASSERT_EQ(MirrorText(), HostText()) << i;
+    ASSERT_EQ(frame.ActiveTab() ? frame.ActiveTab()->TabGuid() : u"", GuidOf(group_->ActiveTab())) << i;
+    ASSERT_EQ(frame.TabScrollBox()->Content()->ChildrenCount(), frame.TabImageCount()) << i;
   }
 }
 

@@ -1,3 +1,5 @@
+#include <fstream>
+
 #include "tabbar/ParentFormFixture.h"
 #include "tabbar/TabGroupbarLayout.h"
 
@@ -47,6 +49,25 @@ TEST_F(ParentFormTest, TheFormPlacesTheGroupsAtItsWidthAroundTheActiveOne) {
   EXPECT_EQ(form.lbGroupName(1)->TextSettings.FontColor, 0xFF989898u);
   EXPECT_EQ(form.lbGroupNameShadow(1)->TextSettings.FontColor, 0x6B000000u);
   EXPECT_EQ(form.lbGroupNameShadow(0)->TextSettings.FontColor, 0x38000000u);
+}
+
+TEST_F(ParentFormTest, GroupLabelsTakeTheSystemFontInBoldAndGrowWithIt) {
+  // 16 device pixels at 120 dpi is 13.
+  os_->SetMessageFont(u"DejaVu Serif", -16);
+  os_->SetLogPixelsY(120);
+  TTabbarParentForm& form = MakeForm();
+  form.ShowTabGroupbar();
+  for (int i = 0; i < 6; ++i)
+    for (TLabel* label : {form.lbGroupNameShadow(i), form.lbGroupName(i)}) {
+      EXPECT_EQ(label->TextSettings.Font.Family, u"DejaVu Serif");
+      EXPECT_EQ(label->TextSettings.Font.Size, 13);
+      EXPECT_TRUE(label->TextSettings.Font.Style & static_cast<TFontStyles>(TFontStyle::Bold));
+    }
+  // The labels were measured in the new font, not in the design's.
+  TTextPainter designFont = *form.lbGroupNameShadow(0);
+  designFont.TextSettings.Font.Size = 12;
+  if (designFont.Text.empty()) designFont.Text = u"あ";
+  EXPECT_GT(form.lbGroupNameShadow(0)->Height(), designFont.TextSize(0).cy + 4);
 }
 
 TEST_F(ParentFormTest, HitTestsPassThroughEmptyPlacesOnly) {
@@ -128,7 +149,12 @@ TEST_F(ParentFormTest, AClickOnAnotherGroupSelectsItAndOnTheActiveOneNothing) {
 }
 
 TEST_F(ParentFormTest, GroupMenusOpenWithTheirDictionaries) {
+  const auto menuFolder = host_.Resources().MenuRoot() / "toolbar/TabGroupBar";
+  std::filesystem::create_directories(menuFolder);
+  std::ofstream(menuFolder / "TabGroupPopupMenu.xml") << "<menu><item id=\"rename\"/></menu>";
   TTabbarParentForm& form = MakeForm();
+  // The group bar's set-up at the form's first layout registers the group menu with the host.
+  ASSERT_NE(host_.Popups().Popup(u"tabgroupbar-popup-menu"), nullptr);
   form.ShowTabGroupbar();
   host_.Events().ClearEventLog();
   Click(form.GroupLayout(0), true);  // not the active group: no menu
