@@ -209,6 +209,7 @@ TTabImage* TTabbarFrame::AddTabImage(TTabImageSection* section, IQxITab* tab) {
 
   (section ? section : FTabList->DefaultSection())->Add(image);
   FTabScrollBox->AddObject(image);
+  RouteTabInput(image);
   if (FTabImageCacheMgr) image->LoadCacheImage(*FTabImageCacheMgr);
   image->UpdateTabStatus();
   // A new tab takes the dim of an unselected tab at once, like every tab beside it.

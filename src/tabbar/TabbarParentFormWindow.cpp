@@ -132,6 +132,13 @@ void TTabbarParentForm::ParentWindowProc(TWndMessage& message) {
       else if (pos->flags & win::SWP_HIDEWINDOW)
         SetWindowVisible(false);
     }
+  } else if (message.Msg == win::WM_CAPTURECHANGED) {
+    // Another window took the mouse mid-gesture: no release will come to the strip.
+    const bool lost = reinterpret_cast<HWnd>(message.lParam) != FormHandle() &&
+                      (Platform().GetKeyState(win::VK_LBUTTON) & 0x8000) != 0;
+    DefaultHandler(message);
+    if (lost) FrameCaptureLost();
+    return;
   } else if (message.Msg == win::WM_NCHITTEST) {
     TPoint point{LowWord(message.lParam), HighWord(message.lParam)};
     Platform().ScreenToClient(FormHandle(), &point);
