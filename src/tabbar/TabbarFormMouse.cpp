@@ -158,7 +158,7 @@ void TTabbarFrame::TabScrollBoxMouseMove(float x, float y) {
     } else {
       if (FActivatingTab && IsDragThresholdPassed(absolute)) StartTabDrag();
       if (!FdragTarget) {
-        if (!fromTouch && Now() - FLastTouchMessage > kTouchHoverQuiet) {
+        if (!fromTouch && (FLastTouchMessage == 0 || Now() - FLastTouchMessage > kTouchHoverQuiet)) {
           if (!FTabScrollBox->AniCalculations().Down()) SetHoveredTab(TabImageAtPoint(point));
           if (!FTabbarWidthAnimation->Running()) {
             GetLayout()->mouseMoved(point);
@@ -220,7 +220,7 @@ void TTabbarFrame::ProcessMouseUp(TMouseButton /*button*/, TPointF point) {
   TTabImage* tab = TabImageAtPoint(point);
   if (tab != FMouseDownTab) tab = nullptr;
   const std::uint32_t now = Now();
-  if (tab && tab == FClickedTab && now - Platform().GetDoubleClickTime() <= FLastTabClickedTime) {
+  if (tab && tab == FClickedTab && now - FLastTabClickedTime <= Platform().GetDoubleClickTime()) {
     FireTabMouseEvent(u"Tab.DblClick", point);
     tab = nullptr;
   }
@@ -258,7 +258,8 @@ void TTabbarFrame::MouseCaptureLost() {
 
 void TTabbarFrame::TabScrollBoxBeforeMouseUp() {
   const auto& ani = FTabScrollBox->AniCalculations();
-  FExecutingMouseEvent = Now() - FLastTouchEventDrop > kTouchDropQuiet && !(ani.Down() && ani.Moving());
+  FExecutingMouseEvent = (FLastTouchEventDrop == 0 || Now() - FLastTouchEventDrop > kTouchDropQuiet) &&
+                         !(ani.Down() && ani.Moving());
 }
 
 void TTabbarFrame::TabScrollBoxAfterMouseUp(TMouseButton button, float x, float y) {

@@ -1,0 +1,182 @@
+// Mouse and touch reach the strip as window messages of its form, so hit
+// testing, capture and the scroll box take part as they do for a person.
+
+#include "tabbar/FlickWipeFeedbackWindow.h"
+#include "tabbar/HoldAndGoFeedbackForm.h"
+#include "tabbar/ParentFormFixture.h"
+#include "tabbar/TitleForm.h"
+
+namespace qx {
+namespace {
+
+class InputTest : public ParentFormTest {
+ protected:
+  TTabbarFrame& Strip(int tabs) {
+    group_ = host_.Model().Groups()[1].get();
+    for (int i = 0; i < tabs; ++i)
+      Open(u"https://site" + FromUtf8(std::to_string(i)) + u".example/", -1, i == 0);
+    MakeForm();
+    host_.Events().FireFromHost(u"Client.Initialized", {});
+    TTabbarFrame& frame = *form_->TabbarChildFrame();
+    frame.layoutSubviews(false);
+    return frame;
+  }
+  TPoint At(TTabImage* tab, float dx = 0) {
+    TPointF c = Centre(tab->Base());
+    return Screen({c.X + dx, c.Y});
+  }
+  void Send(std::uint32_t msg, TPoint at, WParam keys) { os_->InjectMouseAtScreen(msg, at, keys); }
+  void Press(TPoint at) { Send(win::WM_LBUTTONDOWN, at, win::MK_LBUTTON); }
+  void MoveTo(TPoint at) { Send(win::WM_MOUSEMOVE, at, win::MK_LBUTTON); }
+  void Release(TPoint at) { Send(win::WM_LBUTTONUP, at, 0); }
+  std::vector<TFakeEventRecord> Sent(std::u16string_view id) {
+    std::vector<TFakeEventRecord> out;
+    for (const auto& e : host_.Events().EventLog())
+      if (e.Id == id && !e.FromHost) out.push_back(e);
+    return out;
+  }
+};
+
+TEST_F(InputTest, APressWithoutSidewaysMovementSelectsAndADropOnItsOwnPlaceStillCommits) {
+  TTabbarFrame& frame = Strip(4);
+  TTabImage* third = frame.GetTabImages(2);
+  const std::u16string before = HostText();
+  // Vertical movement alone never starts a drag.
+  Press(At(third));
+  MoveTo({At(third).X + 2, At(third).Y + 9});
+  EXPECT_EQ(frame.DragTarget(), nullptr);
+  Release(At(third));
+  EXPECT_EQ(frame.ActiveTab(), third);
+  EXPECT_EQ(group_->ActiveTab(), group_->FlatTabs()[2].get());
+  EXPECT_TRUE(group_->MoveCalls().empty());
+
+  // Out past the threshold and back: the drop lands where it started.
+  Press(At(third));
+  MoveTo(At(third, 6));
+  ASSERT_EQ(frame.DragTarget(), third);
+  EXPECT_TRUE(frame.WaitUpdateTabbar());
+  MoveTo(At(third, -6));
+  Release(At(third));
+  EXPECT_EQ(frame.DragTarget(), nullptr);
+  EXPECT_FALSE(frame.WaitUpdateTabbar());
+  ASSERT_EQ(group_->MoveCalls().size(), 1u);
+  EXPECT_EQ(group_->MoveCalls()[0].Section, 0);
+  EXPECT_EQ(group_->MoveCalls()[0].Index, 2);
+  EXPECT_FALSE(group_->MoveCalls()[0].NewSection);
+  EXPECT_EQ(HostText(), before);
+}
+
+TEST_F(InputTest, ADraggedTabPassesItsNeighbourEvenAfterLeavingTheWindowAndComingBack) {
+  TTabbarFrame& frame = Strip(3);
+  TTabImage* first = frame.GetTabImages(0);
+  TTabImage* second = frame.GetTabImages(1);
+  const std::u16string movedGuid = first->TabGuid();
+  Press(At(first));
+  MoveTo(At(first, 5));
+  ASSERT_EQ(frame.DragTarget(), first);
+  // Below the window: the capture keeps the messages coming to the strip.
+  MoveTo({At(first).X + 10, kHostY + 400});
+  EXPECT_EQ(frame.DragTarget(), first);
+  const TPoint beyond = At(second, 60);
+  MoveTo({beyond.X, At(second).Y});
+  Release({beyond.X, At(second).Y});
+  EXPECT_EQ(frame.DragTarget(), nullptr);
+  EXPECT_EQ(frame.GetTabImages(1)->TabGuid(), movedGuid);
+  EXPECT_EQ(wrap_->TabGuid(group_->FlatTabs()[1].get()), movedGuid);
+}
+
+TEST_F(InputTest, CaptureTakenByAnotherWindowEndsTheDragWithNothingLeftBehind) {
+  TTabbarFrame& frame = Strip(3);
+  TTabImage* first = frame.GetTabImages(0);
+  Press(At(first));
+  MoveTo(At(first, 8));
+  ASSERT_EQ(frame.DragTarget(), first);
+  const HWnd menu = os_->CreateWindowExW(0, u"QxTestHost", u"menu", win::WS_POPUP | win::WS_VISIBLE, 0, 0, 10,
+                                         10, nullptr, nullptr);
+  os_->SetCapture(menu);
+  EXPECT_EQ(frame.DragTarget(), nullptr);
+  EXPECT_FALSE(frame.WaitUpdateTabbar());
+  EXPECT_FALSE(frame.AutoScrollTimer()->Enabled());
+  EXPECT_EQ(group_->MoveCalls().size(), 1u);
+  os_->ReleaseCapture();
+  os_->DestroyWindow(menu);
+  // The next press starts afresh.
+  Press(At(frame.GetTabImages(2)));
+  Release(At(frame.GetTabImages(2)));
+  EXPECT_EQ(frame.ActiveTab(), frame.GetTabImages(2));
+}
+
+TEST_F(InputTest, ClickSettingsDecideWhatMiddleAndDoubleClicksDo) {
+  TTabbarFrame& frame = Strip(3);
+  TTabImage* second = frame.GetTabImages(1);
+  const std::u16string guid = second->TabGuid();
+  // Unset: a middle click does nothing.
+  Send(win::WM_MBUTTONDOWN, At(second), win::MK_MBUTTON);
+  Send(win::WM_MBUTTONUP, At(second), 0);
+  EXPECT_TRUE(Sent(u"TabBar.CloseTab").empty());
+  wrap_->SetPropertyText(u"client.TabDockSetting-WheelClick", u"close");
+  Send(win::WM_MBUTTONDOWN, At(second), win::MK_MBUTTON);
+  Send(win::WM_MBUTTONUP, At(second), 0);
+  auto closes = Sent(u"TabBar.CloseTab");
+  ASSERT_EQ(closes.size(), 1u);
+  EXPECT_EQ(closes[0].Delivery, TFakeEventRecord::EDelivery::Posted);
+  EXPECT_EQ(closes[0].Value(u"tab-id"), guid);
+  // Double click within the system's time closes too; a third press starts a new pair.
+  wrap_->SetPropertyText(u"client.TabDockSetting-LeftDblClick", u"close");
+  for (int i = 0; i < 3; ++i) {
+    Press(At(second));
+    Release(At(second));
+  }
+  EXPECT_EQ(Sent(u"TabBar.CloseTab").size(), 2u);
+  // Too slow: no double click.
+  Advance(os_->GetDoubleClickTime() + 1);
+  Press(At(second));
+  Release(At(second));
+  EXPECT_EQ(Sent(u"TabBar.CloseTab").size(), 2u);
+}
+
+TEST_F(InputTest, TouchFlickDownClosesTheTabUnderItsStart) {
+  TTabbarFrame& frame = Strip(3);
+  TTabImage* second = frame.GetTabImages(1);
+  const TPoint start = At(second);
+  frame.TouchEventDown(static_cast<float>(start.X), static_cast<float>(start.Y));
+  frame.TouchEventMove(static_cast<float>(start.X + 40), static_cast<float>(start.Y + 29));
+  EXPECT_EQ(frame.FlickingTab(), nullptr);
+  frame.TouchEventMove(static_cast<float>(start.X + 40), static_cast<float>(start.Y + 30));
+  EXPECT_EQ(frame.FlickingTab(), second);
+  ASSERT_NE(frame.FlickWipeWindow(), nullptr);
+  EXPECT_TRUE(frame.FlickWipeWindow()->Visible());
+  // Back to 5 pixels under the start: abandoned.
+  frame.TouchEventMove(static_cast<float>(start.X), static_cast<float>(start.Y + 5));
+  EXPECT_EQ(frame.FlickingTab(), nullptr);
+  EXPECT_FALSE(frame.FlickWipeWindow()->Visible());
+  frame.TouchEventMove(static_cast<float>(start.X), static_cast<float>(start.Y + 35));
+  frame.TouchEventUp(static_cast<float>(start.X), static_cast<float>(start.Y + 35));
+  auto closes = Sent(u"TabBar.CloseTab");
+  ASSERT_EQ(closes.size(), 1u);
+  EXPECT_EQ(closes[0].Value(u"tab-id"), second->TabGuid());
+  EXPECT_FALSE(frame.FlickWipeWindow()->Visible());
+}
+
+TEST_F(InputTest, HoldAndGoPlacesItsFeedbackAroundTheHostsPointAndWaitsBeforeShowing) {
+  TTabbarFrame& frame = Strip(1);
+  host_.Events().FireFromHost(u"HoldAndGo.Start", {{u"mouse-x", u"300"}, {u"mouse-y", u"120"}});
+  THoldAndGoFeedbackForm* feedback = frame.HoldAndGoFeedbackForm();
+  ASSERT_NE(feedback, nullptr);
+  EXPECT_FALSE(feedback->Visible());
+  EXPECT_EQ(feedback->Origin().X, 300 - 32);
+  EXPECT_EQ(feedback->Origin().Y, 120 - 64 + 8);
+}
+
+TEST_F(InputTest, HoverFollowsThePointerAndEndsWhenItLeavesTheStrip) {
+  TTabbarFrame& frame = Strip(3);
+  TTabImage* second = frame.GetTabImages(1);
+  Send(win::WM_MOUSEMOVE, At(second), 0);
+  EXPECT_EQ(frame.HoveredTab(), second);
+  Send(win::WM_MOUSEMOVE, {kHostX + 5, kHostY + 150}, 0);
+  os_->ProcessMessages();
+  EXPECT_EQ(frame.HoveredTab(), nullptr);
+}
+
+}  // namespace
+}  // namespace qx
