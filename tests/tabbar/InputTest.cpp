@@ -1,6 +1,9 @@
 // Mouse and touch reach the strip as window messages of its form, so hit
 // testing, capture and the scroll box take part as they do for a person.
 
+#include <optional>
+
+#include "runtime/MMTimerService.h"
 #include "tabbar/FlickWipeFeedbackWindow.h"
 #include "tabbar/HoldAndGoFeedbackForm.h"
 #include "tabbar/ParentFormFixture.h"
@@ -11,10 +14,31 @@ namespace {
 
 class InputTest : public ParentFormTest {
  protected:
+  static constexpr TAlphaColor kIconColour = 0xFF2080C0;
+
+  // The toolkit's timers run on the system's clock, as they do in the module.
+  InputTest() {
+    CurrentTimerService();
+    timers_.emplace();
+  }
+  ~InputTest() override {
+    form_.reset();
+    timers_.reset();
+  }
   TTabbarFrame& Strip(int tabs) {
     group_ = host_.Model().Groups()[1].get();
-    for (int i = 0; i < tabs; ++i)
-      Open(u"https://site" + FromUtf8(std::to_string(i)) + u".example/", -1, i == 0);
+    // The host always has its default icon; without any icon the title popup stays away.
+    TBitmap icon(16, 16);
+    icon.Clear(kIconColour);
+    std::filesystem::create_directories(host_.Favicons().DefaultPath().parent_path());
+    icon.SaveToFile(host_.Favicons().DefaultPath().u16string());
+    for (int i = 0; i < tabs; ++i) {
+      TFakeOpenTab how;
+      how.Group = group_;
+      how.Activate = i == 0;
+      how.Title = u"Site " + FromUtf8(std::to_string(i));
+      host_.Model().OpenTab(u"https://site" + FromUtf8(std::to_string(i)) + u".example/", how);
+    }
     MakeForm();
     host_.Events().FireFromHost(u"Client.Initialized", {});
     TTabbarFrame& frame = *form_->TabbarChildFrame();
@@ -29,6 +53,8 @@ class InputTest : public ParentFormTest {
   void Press(TPoint at) { Send(win::WM_LBUTTONDOWN, at, win::MK_LBUTTON); }
   void MoveTo(TPoint at) { Send(win::WM_MOUSEMOVE, at, win::MK_LBUTTON); }
   void Release(TPoint at) { Send(win::WM_LBUTTONUP, at, 0); }
+  std::optional<TMMTimerServiceScope> timers_;
+
   std::vector<TFakeEventRecord> Sent(std::u16string_view id) {
     std::vector<TFakeEventRecord> out;
     for (const auto& e : host_.Events().EventLog())
@@ -166,16 +192,48 @@ TEST_F(InputTest, HoldAndGoPlacesItsFeedbackAroundTheHostsPointAndWaitsBeforeSho
   EXPECT_FALSE(feedback->Visible());
   EXPECT_EQ(feedback->Origin().X, 300 - 32);
   EXPECT_EQ(feedback->Origin().Y, 120 - 64 + 8);
+  Advance(190);
+  EXPECT_FALSE(feedback->Visible());
+  Advance(20);
+  EXPECT_TRUE(feedback->Visible());
+  EXPECT_TRUE(os_->IsWindowVisible(feedback->FormHandle()));
 }
 
-TEST_F(InputTest, HoverFollowsThePointerAndEndsWhenItLeavesTheStrip) {
+TEST_F(InputTest, HoverAndTitlePopupFollowThePointerAndEndWhenItLeavesTheStrip) {
   TTabbarFrame& frame = Strip(3);
   TTabImage* second = frame.GetTabImages(1);
   Send(win::WM_MOUSEMOVE, At(second), 0);
   EXPECT_EQ(frame.HoveredTab(), second);
+  TTitleForm* popup = frame.TitleForm();
+  ASSERT_NE(popup, nullptr);
+  Advance(200);
+  ASSERT_TRUE(popup->Visible());
+  EXPECT_TRUE(os_->IsWindowVisible(popup->FormHandle()));
+  EXPECT_EQ(popup->lbTitle()->Text, u"Site 1");
+  EXPECT_EQ(popup->CurrentTabId(), second->TabGuid());
+  EXPECT_EQ(Colour(popup->imgCenter()->Bitmap()), ColourOfKey(u"TabNameBackground2"));
+  EXPECT_EQ(Colour(popup->imgFavicon()->Bitmap()), kIconColour);
+  EXPECT_GT(popup->RootLayout()->Opacity(), 0.99f);
+  // Hung from the middle of the tab's bottom edge.
+  const TRectF tab = second->AbsoluteRect();
+  EXPECT_NEAR(popup->Left() + popup->Width() / 2.0, kHostX + (tab.Left + tab.Right) / 2, 1.0);
+  EXPECT_NEAR(popup->Top(), kHostY + tab.Bottom, 1.0);
+
+  TTabImage* third = frame.GetTabImages(2);
+  Send(win::WM_MOUSEMOVE, At(third), 0);
+  EXPECT_EQ(popup->CurrentTabId(), third->TabGuid());
+  EXPECT_EQ(popup->lbTitle()->Text, u"Site 2");
+  EXPECT_GT(popup->Left(), kHostX + tab.Right - popup->Width() / 2.0);
+
   Send(win::WM_MOUSEMOVE, {kHostX + 5, kHostY + 150}, 0);
   os_->ProcessMessages();
   EXPECT_EQ(frame.HoveredTab(), nullptr);
+  // The leave came while the popup was still fading in: the hide timer ends it a second after it showed.
+  Advance(500);
+  EXPECT_TRUE(popup->Visible());
+  Advance(800);
+  EXPECT_FALSE(popup->Visible());
+  EXPECT_FALSE(os_->IsWindowVisible(popup->FormHandle()));
 }
 
 }  // namespace
