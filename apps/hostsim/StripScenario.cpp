@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ContactSheet.h"
+#include "InputSteps.h"
 #include "PagePictures.h"
 #include "WindowCapture.h"
 #include "base/Guid.h"
@@ -206,6 +207,7 @@ TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loa
   snap("crowded", "pages 9-40 opened behind page 6: the tabs close up on a curve at the left end");
   scenario.SelectPage(20);
   snap("centred", "page 20 selected: it comes to the middle, curves at both ends");
+  PlayInputSteps(scenario, snap);
 
   std::vector<const TBitmap*> sheet;
   for (const auto& picture : pictures) sheet.push_back(picture.get());
