@@ -184,6 +184,34 @@ TEST_F(InputTest, TouchFlickDownClosesTheTabUnderItsStart) {
   EXPECT_FALSE(frame.FlickWipeWindow()->Visible());
 }
 
+TEST_F(InputTest, HeldAtTheLeftEndTheAutoScrollTimerCarriesTheDragThroughTheStrip) {
+  TTabbarFrame& frame = Strip(40);
+  TTabImage* last = frame.GetTabImages(39);
+  frame.SetActiveTabImage(last, false);
+  Advance(1000);
+  const double before = frame.GetLayout()->progress();
+  ASSERT_GT(before, 0.9);
+  TTabImage* dragged = frame.GetTabImages(37);
+  Press(At(dragged));
+  const TPoint end{kHostX + 40, At(dragged).Y};
+  for (int x = At(dragged).X; x > end.X; x -= 20) MoveTo({x, end.Y});
+  MoveTo(end);
+  ASSERT_EQ(frame.DragTarget(), dragged);
+  // No mouse moves now: only the timer scrolls, and keeps itself going while there is more.
+  Advance(100);
+  EXPECT_LT(frame.GetLayout()->progress(), before);
+  EXPECT_TRUE(frame.AutoScrollTimer()->Enabled());
+  const double early = frame.GetLayout()->progress();
+  Advance(1000);
+  EXPECT_EQ(frame.DragTarget(), dragged);
+  EXPECT_TRUE(frame.AutoScrollTimer()->Enabled());
+  EXPECT_LT(frame.GetLayout()->progress(), early - 0.1);
+  Release(end);
+  EXPECT_FALSE(frame.AutoScrollTimer()->Enabled());
+  ASSERT_EQ(group_->MoveCalls().size(), 1u);
+  EXPECT_LT(group_->MoveCalls()[0].Index, 30);
+}
+
 TEST_F(InputTest, HoldAndGoPlacesItsFeedbackAroundTheHostsPointAndWaitsBeforeShowing) {
   TTabbarFrame& frame = Strip(1);
   host_.Events().FireFromHost(u"HoldAndGo.Start", {{u"mouse-x", u"300"}, {u"mouse-y", u"120"}});
