@@ -42,7 +42,10 @@ void PlayInputSteps(TStripScenario& scenario, const TSnap& snap) {
   // first section comes in, and the tab joins it there.
   hands.Press({middleX + 60, middleY});
   hands.Glide({left + 20, middleY}, 8);
+  hands.Wait(1500);
   snap("dragging", "a tab of the second section held at the left end: the strip scrolls under it");
+  // Back over the first tab, so the dragged one joins its section.
+  hands.Glide({left + 90, middleY}, 8);
   hands.Release(hands.Last());
   hands.MoveTo({middleX, bottom + 60});
   snap("dropped", "the tab dropped into the first section");
