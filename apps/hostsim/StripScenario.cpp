@@ -158,6 +158,9 @@ void TStripScenario::Settle(std::uint32_t milliseconds) {
   IPortableOs& os = PortableOs();
   for (std::uint32_t passed = 0; passed < milliseconds; passed += 10) os.AdvanceClock(10);
   os.ProcessMessages();
+  // The host's loop delivers what the strip posted to it (a close, a select) between steps.
+  FHost.Events().RunPosted();
+  os.ProcessMessages();
   if (FControlWindow) Platform().UpdateWindow(FControlWindow);
   os.ProcessMessages();
 }

@@ -255,6 +255,7 @@ class TTabbarFrame : public TFrame {
   void HideTitleTimerTimer();
   void ShowActiveTabTitleTimerTimer();
   TPointF ScreenToScrollBox(TPointF screen) const;
+  TPointF ScrollBoxToScreen(TPointF point) const;
 
   // ---- fields
   // The floating forms (title, cabinet drag, hold-and-go, flick-wipe) are made

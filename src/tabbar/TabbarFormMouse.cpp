@@ -74,6 +74,12 @@ TPointF TTabbarFrame::ScreenToScrollBox(TPointF screen) const {
   return FTabScrollBox->AbsoluteToLocal(client);
 }
 
+TPointF TTabbarFrame::ScrollBoxToScreen(TPointF point) const {
+  const TPointF client = FTabScrollBox->LocalToAbsolute(point);
+  if (TCommonCustomForm* form = FTabScrollBox->Form()) return form->ClientToScreen(client);
+  return client;
+}
+
 TPointF TTabbarFrame::MouseInScrollBoxCoordinates() const {
   TPoint cursor;
   Platform().GetCursorPos(&cursor);
@@ -113,7 +119,9 @@ void TTabbarFrame::ProcessMouseDown(TMouseButton button, TPointF point) {
   FWaitUpdateTabbar = false;
   FMouseDirectionOrigin = {-1, -1};
   FAutoScrollTimer->SetEnabled(false);
-  FFlickMouseDownPoint = point;
+  // The flick measures in screen pixels, as raw touch comes; the press a finger's touch
+  // brings along must not turn its start into scroll-box coordinates.
+  FFlickMouseDownPoint = ScrollBoxToScreen(point);
   FMouseDownPoint = point;
   FActivatingTab = nullptr;
 

@@ -165,19 +165,35 @@ TEST_F(InputTest, TouchFlickDownClosesTheTabUnderItsStart) {
   TTabbarFrame& frame = Strip(3);
   TTabImage* second = frame.GetTabImages(1);
   const TPoint start = At(second);
-  frame.TouchEventDown(static_cast<float>(start.X), static_cast<float>(start.Y));
-  frame.TouchEventMove(static_cast<float>(start.X + 40), static_cast<float>(start.Y + 29));
+  // Raw touch as the system posts it to the form's window, each followed by the mouse it makes of it.
+  auto touch = [&](std::uint32_t flags, int dx, int dy) {
+    TouchInput input;
+    input.x = (start.X + dx) * 100;
+    input.y = (start.Y + dy) * 100;
+    input.dwID = 1;
+    input.dwFlags = flags | win::TOUCHEVENTF_PRIMARY;
+    os_->InjectTouch(form_->FormHandle(), std::vector<TouchInput>{input});
+    const std::uint32_t msg = (flags & win::TOUCHEVENTF_DOWN) ? win::WM_LBUTTONDOWN
+                              : (flags & win::TOUCHEVENTF_UP) ? win::WM_LBUTTONUP
+                                                              : win::WM_MOUSEMOVE;
+    os_->InjectMouseAtScreen(msg, {start.X + dx, start.Y + dy},
+                             (flags & win::TOUCHEVENTF_UP) ? 0 : win::MK_LBUTTON,
+                             static_cast<LParam>(win::MI_WP_TOUCH));
+    os_->ProcessMessages();
+  };
+  touch(win::TOUCHEVENTF_DOWN, 0, 0);
+  touch(win::TOUCHEVENTF_MOVE, 0, 29);
   EXPECT_EQ(frame.FlickingTab(), nullptr);
-  frame.TouchEventMove(static_cast<float>(start.X + 40), static_cast<float>(start.Y + 30));
+  touch(win::TOUCHEVENTF_MOVE, 0, 30);
   EXPECT_EQ(frame.FlickingTab(), second);
   ASSERT_NE(frame.FlickWipeWindow(), nullptr);
   EXPECT_TRUE(frame.FlickWipeWindow()->Visible());
   // Back to 5 pixels under the start: abandoned.
-  frame.TouchEventMove(static_cast<float>(start.X), static_cast<float>(start.Y + 5));
+  touch(win::TOUCHEVENTF_MOVE, 0, 5);
   EXPECT_EQ(frame.FlickingTab(), nullptr);
   EXPECT_FALSE(frame.FlickWipeWindow()->Visible());
-  frame.TouchEventMove(static_cast<float>(start.X), static_cast<float>(start.Y + 35));
-  frame.TouchEventUp(static_cast<float>(start.X), static_cast<float>(start.Y + 35));
+  touch(win::TOUCHEVENTF_MOVE, 0, 35);
+  touch(win::TOUCHEVENTF_UP, 0, 35);
   auto closes = Sent(u"TabBar.CloseTab");
   ASSERT_EQ(closes.size(), 1u);
   EXPECT_EQ(closes[0].Value(u"tab-id"), second->TabGuid());
