@@ -137,6 +137,7 @@ HResult QX_STDCALL TFakeTabGroup::GetSection(std::int32_t index, IQxITabSection*
 HResult QX_STDCALL TFakeTabGroup::InsertSectionWithTab(std::int32_t sectionIndex, IQxITab* tab) {
   const auto model = model_.lock();
   if (!model) return kFail;
+  moveCalls_.push_back({sectionIndex, 0, true});
   return model->InsertSectionWithTab(this, sectionIndex, model->FindTab(tab));
 }
 
@@ -150,6 +151,7 @@ HResult QX_STDCALL TFakeTabGroup::MoveTabToSection(IQxITab* tab, IQxITabSection*
   while (static_cast<std::size_t>(sectionIndex) < sections_.size() &&
          sections_[static_cast<std::size_t>(sectionIndex)].get() != target)
     ++sectionIndex;
+  moveCalls_.push_back({sectionIndex, index, false});
   return model->MoveTab(moving, sectionIndex, index);
 }
 

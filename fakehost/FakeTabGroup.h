@@ -45,6 +45,15 @@ class TFakeTabGroup : public TInterfacedObject<IQxITabGroup> {
   TFakeTab* MenuTab() const { return menuTab_.get(); }
   std::u16string TextValue(std::u16string_view key) const;
 
+  // What the strip committed at its drops, in order: (section index, tab index),
+  // section index -1 for a new section made with the tab.
+  struct TMoveCall {
+    std::int32_t Section = -1;
+    std::int32_t Index = -1;
+    bool NewSection = false;
+  };
+  const std::vector<TMoveCall>& MoveCalls() const { return moveCalls_; }
+
   // Dock answers for tabs of this group.
   void SetFirstContentIndex(std::int32_t index) { firstContentIndex_ = index; }
   std::int32_t FirstContentIndex() const { return firstContentIndex_; }
@@ -58,6 +67,7 @@ class TFakeTabGroup : public TInterfacedObject<IQxITabGroup> {
   const TGUID guid_;
   std::vector<std::pair<std::u16string, std::u16string>> values_;
   std::vector<ComPtr<TFakeTabSection>> sections_;
+  std::vector<TMoveCall> moveCalls_;
   ComPtr<TFakeTab> active_;
   ComPtr<TFakeTab> menuTab_;
   std::int32_t firstContentIndex_ = 0;

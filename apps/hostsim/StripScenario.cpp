@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ContactSheet.h"
+#include "InputSteps.h"
 #include "PagePictures.h"
 #include "ScenarioDisplay.h"
 #include "WindowCapture.h"
@@ -174,6 +175,9 @@ void TStripScenario::AddPages(int first, int last) {
 
 void TStripScenario::Settle(std::uint32_t milliseconds) {
   LetTimePass(milliseconds);
+  // The host's loop delivers what the strip posted to it (a close, a select) between steps.
+  FHost.Events().RunPosted();
+  LetTimePass(0);
   if (FControlWindow) Platform().UpdateWindow(FControlWindow);
   FCabinetBar.Update();
   LetTimePass(0);
@@ -227,6 +231,7 @@ TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loa
   snap("crowded", "pages 9-40 opened behind page 6: the tabs close up on a curve at the left end");
   scenario.SelectPage(20);
   snap("centred", "page 20 selected: it comes to the middle, curves at both ends");
+  PlayInputSteps(scenario, snap);
 
   std::vector<const TBitmap*> sheet;
   for (const auto& picture : pictures) sheet.push_back(picture.get());

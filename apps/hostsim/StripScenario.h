@@ -56,6 +56,7 @@ class TStripScenario {
   // The host window as shown, from the window system's pixels.
   std::unique_ptr<TBitmap> Capture();
 
+  TFakeHost& Host() const { return FHost; }
   HWnd MainWindow() const { return FMainWindow; }
   HWnd ControlWindow() const { return FControlWindow; }
   IUnknown* StripPlugin() const { return FPlugin.get(); }

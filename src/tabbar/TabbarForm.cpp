@@ -73,6 +73,7 @@ TTabbarFrame::TTabbarFrame(TFmxObject* owner, TTabbarImageRes* imageRes, TTabbar
   FbtnGroup->SetEnableRightClick(true);
   FbtnAddTab->SetEnableRightClick(true);
   InitializeEvents();
+  BindInputHandlers();
 }
 
 void TTabbarFrame::BindComponents() {
@@ -146,6 +147,7 @@ TTabbarFrame::~TTabbarFrame() {
   FFinishing = true;
   RemovePopupMenu(FServiceCore.get(), popup_menu_id::NewTab);
   UnInitializeEvents();
+  DestroyFloatingForms();
 
   FFaviconCache.reset();
   FDelayTask.reset();
@@ -226,15 +228,8 @@ bool TTabbarFrame::IsHitTestTranparent(float x, float y) {
   return !maximized && x >= box.Left && x < box.Right && y >= box.Top && y < box.Top + 5;
 }
 
-void TTabbarFrame::HideTitleForm(float /*duration*/) {}
-
 void TTabbarFrame::SaveThumbnailCache() {
   if (FTabImageCacheMgr) FTabImageCacheMgr->SaveThumbnailCache();
-}
-
-void TTabbarFrame::UpdateChildFormsPosition(std::uint32_t /*message*/) {
-  // Neither the title popup nor the flick-wipe window exists yet, so nothing
-  // floats over the strip that would need to follow it.
 }
 
 IUnknown* TTabbarFrame::HostSectionOf(const TTabImageSection* section) const {

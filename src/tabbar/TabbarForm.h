@@ -69,7 +69,6 @@ class TTabbarFrame : public TFrame {
   // Whether the host window should see through the strip at this client point.
   bool IsHitTestTranparent(float x, float y);
   void UpdateChildFormsPosition(std::uint32_t message);
-  // There is no title popup yet, so there is nothing to hide.
   void HideTitleForm(float duration);
   void SaveThumbnailCache();
   void OnClientInitialize() {}
@@ -152,6 +151,23 @@ class TTabbarFrame : public TFrame {
   void SendCloseTab(TTabImage* tab, bool deferred);
   void SendNewTab();
   void SendCabinetToggle();
+
+  // ---- hands on the strip: touch routes, hold-and-go, capture, the floating forms
+  // Raw touch of the parent form's window, in screen pixels.
+  void TouchEventDown(float x, float y);
+  void TouchEventMove(float x, float y);
+  void TouchEventUp(float x, float y);
+  // The host's hold-and-go gesture began at this screen point of the client window.
+  void ShowHoldAndGoFeedback(TPoint screenPoint);
+  // Another window took the mouse: a press or drag in progress ends as if released.
+  void MouseCaptureLost();
+  void ShowTabTitle(TTabImage* tab, bool animated);
+  TTitleForm* TitleForm() const { return FTitleForm; }
+  TFlickWipeFeedbackWindow* FlickWipeWindow() const { return FFlickWipeWindow; }
+  THoldAndGoFeedbackForm* HoldAndGoFeedbackForm() const { return FHoldAndGoFeedbackForm; }
+  TMMTimer* AutoScrollTimer() const { return FAutoScrollTimer; }
+  TTimer* HideTitleTimer() const { return FHideTitleTimer; }
+  TTabImage* FlickingTab() const { return FFlickingTab; }
 
   const TPropertyTable& Properties() const override { return ClassProperties(); }
   static const TPropertyTable& ClassProperties();
@@ -254,6 +270,53 @@ class TTabbarFrame : public TFrame {
   float ParentFormWidth() const;
   void ParentSetTabbarChildFrameVisible();
   void ParentUpdateMainWindowActive(bool active);
+
+  // Mouse, drag, touch and the title popup.
+  void BindInputHandlers();
+  void RouteTabInput(TTabImage* tab);
+  void DestroyFloatingForms();
+  static bool IsMouseMessageFromTouch();
+  TPointF MouseInScrollBoxCoordinates() const;
+  bool ClientWindowMaximized() const;
+  void TabScrollBoxMouseDown(TMouseButton button, float x, float y);
+  void ProcessMouseDown(TMouseButton button, TPointF point);
+  void TabScrollBoxMouseMove(float x, float y);
+  void ProcessMouseUp(TMouseButton button, TPointF point);
+  void TabScrollBoxMouseEnter();
+  void TabScrollBoxMouseLeave();
+  void TabScrollBoxClick();
+  void TabScrollBoxBeforeMouseUp();
+  void TabScrollBoxAfterMouseUp(TMouseButton button, float x, float y);
+  void UpdateCloseBtnTimerTimer();
+  void CloseButtonClicked(TPointF point);
+  TTabImage* TabImageAtPoint(TPointF point);
+  void FireTabMouseEvent(std::u16string_view eventId, TPointF point);
+  void ExecuteTabClickAction(TTabImage* tab, std::u16string_view eventId, TPointF point);
+  void CloseTabFromImage(TTabImage* tab);
+  void ExecuteBrowserAction(TTabImage* tab, std::u16string_view action);
+  void ShowTabMenu(TTabImage* tab, TPointF point);
+  ComPtr<IQxITab> HostTabOf(TTabImage* tab);
+  bool IsDragThresholdPassed(TPointF point) const;
+  void StartTabDrag();
+  void BeginTabDrag(TPointF point);
+  void UpdateDraggingSectionState();
+  void DragTabTo(bool movingLeft, TPointF point, bool fromTimer);
+  bool MoveDraggedTab(bool movingLeft);
+  void AutoScrollTimerTimer();
+  void GetAutoScrollDirection(TPointF point, bool& left, bool& right);
+  float MaxTabbarWidth() const;
+  void CommitDrop(TTabImage* tab);
+  void TabTouchMouseDown(float x, float y);
+  bool IsFlickStart(float y) const;
+  bool IsFlickCancelled(float y) const;
+  void ShowFlickWipeWindow(TTabImage* tab);
+  void PositionFlickWipeWindow(TTabImage* tab);
+  void HideFlickWipeWindow();
+  void SubscribeHoldAndGo();
+  void HideTitleTimerTimer();
+  void ShowActiveTabTitleTimerTimer();
+  TPointF ScreenToScrollBox(TPointF screen) const;
+  TPointF ScrollBoxToScreen(TPointF point) const;
 
   // ---- fields
   // The floating forms (title, cabinet drag, hold-and-go, flick-wipe) are made

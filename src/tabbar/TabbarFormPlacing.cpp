@@ -160,11 +160,18 @@ void TTabbarFrame::MoveActiveIndicator(ITabViewLayoutAttributes* attributes, boo
 }
 
 void TTabbarFrame::SetHoveredTab(TTabImage* tab) {
-  if (tab == FHoveredTab) return;
+  if (IsMouseMessageFromTouch()) tab = nullptr;
+  if (tab == FHoveredTab) {
+    if (tab && !tab->CloseButtonVisible()) tab->StartCloseButtonAnimation(true, true);
+    return;
+  }
   TTabImage* previous = FHoveredTab;
+  if (previous) previous->ProcessMouseLeave(tab != nullptr);
   FHoveredTab = tab;
-  if (previous) previous->UpdateDimAndShadow(false, false);
-  if (tab) tab->UpdateDimAndShadow(true, false);
+  if (tab) {
+    tab->ProcessMouseEnter(previous != nullptr);
+    ShowTabTitle(tab, false);
+  }
 }
 
 // ---- viewport and progress

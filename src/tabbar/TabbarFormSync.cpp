@@ -276,6 +276,7 @@ TTabImage* TTabbarFrame::InsertTabImage(TTabImageSection* section, std::int32_t 
   else
     target->Insert(index, image);
   FTabScrollBox->AddObject(image);
+  RouteTabInput(image);
   if (FTabImageCacheMgr) image->LoadCacheImage(*FTabImageCacheMgr);
   image->UpdateTabStatus();
   // A new tab takes the dim of an unselected tab at once, like every tab beside it.

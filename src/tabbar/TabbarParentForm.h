@@ -156,6 +156,7 @@ class TTabbarParentForm : public TBaseFormXE7 {
   TRectF FrameAddTabButtonRect() const;
   bool FrameHitTestTransparent(float x, float y);
   void FrameTouch(TTouchKind kind, float x, float y);
+  void FrameCaptureLost();
 
   // the host's groups
   bool GroupAt(std::int32_t index, ComPtr<IQxITabGroup>& group) const;

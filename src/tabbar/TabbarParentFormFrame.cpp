@@ -33,8 +33,24 @@ bool TTabbarParentForm::FrameHitTestTransparent(float x, float y) {
   return !FTabbarChildFrame_ || FTabbarChildFrame_->IsHitTestTranparent(x, y);
 }
 
-// Touch reaches the frame once it has its touch routes.
-void TTabbarParentForm::FrameTouch(TTouchKind, float, float) {}
+void TTabbarParentForm::FrameTouch(TTouchKind kind, float x, float y) {
+  if (!FTabbarChildFrame_) return;
+  switch (kind) {
+    case TTouchKind::Down:
+      FTabbarChildFrame_->TouchEventDown(x, y);
+      break;
+    case TTouchKind::Move:
+      FTabbarChildFrame_->TouchEventMove(x, y);
+      break;
+    case TTouchKind::Up:
+      FTabbarChildFrame_->TouchEventUp(x, y);
+      break;
+  }
+}
+
+void TTabbarParentForm::FrameCaptureLost() {
+  if (FTabbarChildFrame_) FTabbarChildFrame_->MouseCaptureLost();
+}
 
 void TTabbarParentForm::UpdateChildFormsPosition(std::uint32_t message) {
   if (FTabbarChildFrame_) FTabbarChildFrame_->UpdateChildFormsPosition(message);

@@ -56,11 +56,6 @@ LResult QX_STDCALL CallWndProcHookProc(std::int32_t code, WParam wParam, LParam 
     auto* cwp = reinterpret_cast<CwpStruct*>(lParam);
     const HWnd window = form->FormHandle();
     switch (cwp->message) {
-      case win::WM_TOUCH:
-        if (window && cwp->hwnd == window)
-          form->ProcessTouchMessage(static_cast<std::uint32_t>(cwp->wParam & 0xFFFF),
-                                    reinterpret_cast<HTouchInput>(cwp->lParam));
-        break;
       case win::WM_MOUSEHWHEEL: {
         TPoint cursor;
         os.GetCursorPos(&cursor);
@@ -132,6 +127,18 @@ void TTabbarParentForm::ParentWindowProc(TWndMessage& message) {
       else if (pos->flags & win::SWP_HIDEWINDOW)
         SetWindowVisible(false);
     }
+  } else if (message.Msg == win::WM_CAPTURECHANGED) {
+    // Another window took the mouse mid-gesture: no release will come to the strip.
+    const bool lost = reinterpret_cast<HWnd>(message.lParam) != FormHandle() &&
+                      (Platform().GetKeyState(win::VK_LBUTTON) & 0x8000) != 0;
+    DefaultHandler(message);
+    if (lost) FrameCaptureLost();
+    return;
+  } else if (message.Msg == win::WM_TOUCH) {
+    // The system posts touch, so a hook on sent messages never sees it; the window's own
+    // procedure does, before the toolkit's pan closes the input handle.
+    ProcessTouchMessage(static_cast<std::uint32_t>(message.wParam & 0xFFFF),
+                        reinterpret_cast<HTouchInput>(message.lParam));
   } else if (message.Msg == win::WM_NCHITTEST) {
     TPoint point{LowWord(message.lParam), HighWord(message.lParam)};
     Platform().ScreenToClient(FormHandle(), &point);

@@ -112,5 +112,48 @@ TEST_F(StripTest, AParentThatCannotBeReadLeavesTheFormWithoutParent) {
   }
 }
 
+// Windows on screen besides the host's own and the strip's form, top level or children of the host.
+std::vector<HWnd> FloatingWindowsShown(IPortableOs& os, HWnd main, HWnd form) {
+  std::vector<HWnd> shown;
+  for (HWnd child = os.GetWindow(main, win::GW_CHILD); child; child = os.GetWindow(child, win::GW_HWNDNEXT))
+    if (child != form && os.IsWindowVisible(child)) shown.push_back(child);
+  struct TSearch {
+    IPortableOs* Os;
+    HWnd Main;
+    std::vector<HWnd>* Shown;
+  } search{&os, main, &shown};
+  os.EnumWindows(
+      [](HWnd hwnd, LParam param) -> std::int32_t {
+        auto* s = reinterpret_cast<TSearch*>(param);
+        if (hwnd != s->Main && s->Os->IsWindowVisible(hwnd)) s->Shown->push_back(hwnd);
+        return 1;
+      },
+      reinterpret_cast<LParam>(&search));
+  return shown;
+}
+
+TEST_F(StripTest, TheTitlePopupOfAHoveredTabIsGoneFromTheScreenWithTheControl) {
+  scenario_->PrepareHost();
+  TBitmap icon(16, 16);
+  icon.Clear(0xFF3060A0);
+  std::filesystem::create_directories(host_.Favicons().DefaultPath().parent_path());
+  icon.SaveToFile(host_.Favicons().DefaultPath().u16string());
+  ASSERT_EQ(scenario_->CreateStrip(loader_), kOk);
+  scenario_->Settle(500);
+  const HWnd main = scenario_->MainWindow();
+  const HWnd form = scenario_->ControlWindow();
+  ComPtr<IPreviewStrip> strip = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IPreviewStrip>();
+  TRectF box;
+  strip->TabScrollBoxScreenRect(box);
+  const TPoint overFirstTab{static_cast<int>(box.Left) + 60, static_cast<int>((box.Top + box.Bottom) / 2)};
+  os_->InjectMouseAtScreen(win::WM_MOUSEMOVE, overFirstTab, 0);
+  scenario_->Settle(200);
+  ASSERT_EQ(FloatingWindowsShown(PortableOs(), main, form).size(), 1u);
+  ComPtr<IQxIControl> control = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IQxIControl>();
+  EXPECT_EQ(control->DestroyControl(), kOk);
+  scenario_->Settle(1500);
+  EXPECT_TRUE(FloatingWindowsShown(PortableOs(), main, nullptr).empty());
+}
+
 }  // namespace
 }  // namespace qx::test
