@@ -59,6 +59,7 @@ class TStripScenario {
   TFakeHost& Host() const { return FHost; }
   HWnd MainWindow() const { return FMainWindow; }
   HWnd ControlWindow() const { return FControlWindow; }
+  HWnd CabinetBarWindow() const { return FCabinetBar.Window(); }
   IUnknown* StripPlugin() const { return FPlugin.get(); }
   std::filesystem::path ThumbnailFolder() const;
   std::u16string GuidOfPage(int number) const;

@@ -22,6 +22,7 @@ inline constexpr char16_t kSmartSearchSkinPath[] = u"skin://widget/module/SmartS
 inline constexpr char16_t kSearchEngineSkinPath[] = u"skin://widget/module/SearchEngine/";
 inline constexpr char16_t kDefaultFaviconPath[] = u"favicon://default.ico";
 inline constexpr char16_t kFaviconScheme[] = u"favicon://";
+inline constexpr char16_t kNewTabPopupMenuPath[] = u"menu://toolbar/TabBar/NewTabButtonPopupMenu.xml";
 inline constexpr char16_t kTabGroupPopupMenuPath[] = u"menu://toolbar/TabGroupBar/TabGroupPopupMenu.xml";
 inline constexpr char16_t kNewTabButtonPopupMenuPath[] = u"menu://toolbar/TabBar/NewTabButtonPopupMenu.xml";
 

@@ -214,7 +214,6 @@ class TTabbarFrame : public TFrame {
   void ProcessCabinetDragAndDrop(IQxIStringDictionaryWrap* parameters);
   void ProcessCabinetCreateBlurImage(IQxIStringDictionaryWrap* parameters);
   void ShowTabGroupbarIfHidden();
-  void ShowTabTitle(TTabImage* tab, bool animated);
   void RegisterNewTabMenu();
   bool IsCabinetTab(TTabImage* tab);
 
@@ -312,7 +311,6 @@ class TTabbarFrame : public TFrame {
   void ShowFlickWipeWindow(TTabImage* tab);
   void PositionFlickWipeWindow(TTabImage* tab);
   void HideFlickWipeWindow();
-  void SubscribeHoldAndGo();
   void HideTitleTimerTimer();
   void ShowActiveTabTitleTimerTimer();
   TPointF ScreenToScrollBox(TPointF screen) const;

@@ -1,9 +1,14 @@
 // What the strip does with each host event it hears. Every handler tolerates a
 // missing dictionary, an unknown tab or a missing service by doing nothing.
 
+#include "base/Text.h"
+#include "host/ClientWidgets.h"
+#include "host/HostKeys.h"
 #include "host/QuillmarV3Interface.h"
+#include "resources/BitmapResourceMgr.h"
 #include "tabbar/TabbarForm.h"
 #include "tabbar/TabbarParentForm.h"
+#include "tabbar/TitleForm.h"
 
 namespace qx {
 
@@ -153,14 +158,17 @@ void TTabbarFrame::ProcessTogglePrivate(IQxIStringDictionaryWrap* /*parameters*/
   if (group) UpdateGroupImageFromGroup(group.get());
 }
 
-void TTabbarFrame::FaviconUpdated(TFaviconCacheFMX* /*sender*/, const TString& /*uri*/,
-                                  ISharedFMXBitmap* /*favicon*/) {
-  // The favicon shows only in the title popup, which follows with that popup.
+void TTabbarFrame::FaviconUpdated(TFaviconCacheFMX* /*sender*/, const TString& uri,
+                                  ISharedFMXBitmap* favicon) {
+  if (!GetCabinetIconBar() || !FTitleForm || !FTitleForm->Visible() || !favicon || !FServiceCore) return;
+  TTabImage* tab = FindTabImageFromGuid(FTitleForm->CurrentTabId());
+  if (!tab) return;
+  ComPtr<IQxITab> host = HostTabOf(tab);
+  if (host && SameText(FServiceCore->TabUri(host.get()), uri))
+    FTitleForm->UpdateFavicon(favicon->GetBitmap());
 }
 
 // ---- behaviours that arrive with touch, the title popup, the new-tab menu and the cabinet mode
-
-void TTabbarFrame::ProcessHoldAndGoStart(IQxIStringDictionaryWrap* /*parameters*/) {}
 
 void TTabbarFrame::ProcessCabinetDragAndDrop(IQxIStringDictionaryWrap* /*parameters*/) {}
 
@@ -170,9 +178,12 @@ void TTabbarFrame::ShowTabGroupbarIfHidden() {}
 
 void TTabbarFrame::CheckCabinetStartupScreen() {}
 
-void TTabbarFrame::ShowTabTitle(TTabImage* /*tab*/, bool /*animated*/) {}
-
-void TTabbarFrame::RegisterNewTabMenu() {}
+void TTabbarFrame::RegisterNewTabMenu() {
+  if (!FServiceCore) return;
+  ComPtr<IQxIXmlElement> root;
+  if (FServiceCore->LoadXmlElement(kNewTabPopupMenuPath, root) && root)
+    RegisterPopupMenu(FServiceCore.get(), popup_menu_id::NewTab, root.get());
+}
 
 bool TTabbarFrame::IsCabinetTab(TTabImage* /*tab*/) {
   // The cabinet manager offers no question for this yet.

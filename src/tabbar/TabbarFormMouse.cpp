@@ -50,7 +50,6 @@ void TTabbarFrame::BindInputHandlers() {
   FUpdateCloseBtnTimer->SetOnTimer([this](TFmxObject*) { UpdateCloseBtnTimerTimer(); });
   FHideTitleTimer->SetOnTimer([this](TFmxObject*) { HideTitleTimerTimer(); });
   FShowActiveTabTitleTimer->SetOnTimer([this](TFmxObject*) { ShowActiveTabTitleTimerTimer(); });
-  SubscribeHoldAndGo();
 }
 
 void TTabbarFrame::RouteTabInput(TTabImage* tab) {

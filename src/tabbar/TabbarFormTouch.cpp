@@ -128,22 +128,15 @@ void TTabbarFrame::ShowHoldAndGoFeedback(TPoint screenPoint) {
   FHoldAndGoFeedbackForm->StartHoldAndGo(screenPoint);
 }
 
-void TTabbarFrame::SubscribeHoldAndGo() {
-  if (!FServiceCore) return;
-  FServiceCore->AddEventHandler(0, u"HoldAndGo.Start", FHoldAndGoStartListener, false,
-                                [this](const TString&, IQxIEvent* event) -> HResult {
-                                  ComPtr<IQxIStringDictionaryWrap> parameters =
-                                      FServiceCore->EventParameters(event);
-                                  if (!parameters) return kOk;
-                                  auto integer = [&](std::u16string_view key) {
-                                    return static_cast<std::int32_t>(StrToIntDef(parameters->Value(key), -1));
-                                  };
-                                  TPoint point{integer(u"mouse-x"), integer(u"mouse-y")};
-                                  if (parameters->Value(u"origin") == u"chromium-engine")
-                                    point.Y -= static_cast<std::int32_t>(kChromiumHoldOffset);
-                                  ShowHoldAndGoFeedback(point);
-                                  return kOk;
-                                });
+void TTabbarFrame::ProcessHoldAndGoStart(IQxIStringDictionaryWrap* parameters) {
+  if (!parameters) return;
+  auto integer = [&](std::u16string_view key) {
+    return static_cast<std::int32_t>(StrToIntDef(parameters->Value(key), -1));
+  };
+  TPoint point{integer(u"mouse-x"), integer(u"mouse-y")};
+  if (parameters->Value(u"origin") == u"chromium-engine")
+    point.Y -= static_cast<std::int32_t>(kChromiumHoldOffset);
+  ShowHoldAndGoFeedback(point);
 }
 
 }  // namespace qx

@@ -1,5 +1,6 @@
 // When the strip shows and hides the title popup, and what else floats over it.
 
+#include "base/Text.h"
 #include "host/QuillmarV3Interface.h"
 #include "tabbar/FlickWipeFeedbackWindow.h"
 #include "tabbar/HoldAndGoFeedbackForm.h"
@@ -14,17 +15,6 @@ namespace {
 constexpr std::uint32_t kTitleOutlivesPointer = 1000;
 
 std::uint32_t Now() { return Platform().GetTickCount(); }
-
-bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    char16_t x = a[i], y = b[i];
-    if (x >= u'A' && x <= u'Z') x = static_cast<char16_t>(x - u'A' + u'a');
-    if (y >= u'A' && y <= u'Z') y = static_cast<char16_t>(y - u'A' + u'a');
-    if (x != y) return false;
-  }
-  return true;
-}
 
 }  // namespace
 
@@ -44,7 +34,7 @@ void TTabbarFrame::ShowTabTitle(TTabImage* tab, bool animated) {
   if (!favicon) return;
   const TString title = FServiceCore->TabTitle(host.get());
   const TString uri = FServiceCore->TabUri(host.get());
-  if (title.empty() || uri.empty() || EqualsIgnoringCase(uri, u"about:blank")) return;
+  if (title.empty() || uri.empty() || SameText(uri, u"about:blank")) return;
   TPointF anchor = tab->LocalToAbsolute({tab->Width() / 2, tab->Height()});
   if (TCommonCustomForm* form = tab->Form()) anchor = form->ClientToScreen(anchor);
   FTitleForm->ShowTitle(favicon->GetBitmap(), title, FGroupIndex, anchor.X, anchor.Y, animated,

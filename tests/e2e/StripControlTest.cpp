@@ -112,11 +112,12 @@ TEST_F(StripTest, AParentThatCannotBeReadLeavesTheFormWithoutParent) {
   }
 }
 
-// Windows on screen besides the host's own and the strip's form, top level or children of the host.
-std::vector<HWnd> FloatingWindowsShown(IPortableOs& os, HWnd main, HWnd form) {
+// Windows on screen besides the host's own and the module's docked controls, top level or
+// children of the host.
+std::vector<HWnd> FloatingWindowsShown(IPortableOs& os, HWnd main, HWnd form, HWnd bar) {
   std::vector<HWnd> shown;
   for (HWnd child = os.GetWindow(main, win::GW_CHILD); child; child = os.GetWindow(child, win::GW_HWNDNEXT))
-    if (child != form && os.IsWindowVisible(child)) shown.push_back(child);
+    if (child != form && child != bar && os.IsWindowVisible(child)) shown.push_back(child);
   struct TSearch {
     IPortableOs* Os;
     HWnd Main;
@@ -148,11 +149,11 @@ TEST_F(StripTest, TheTitlePopupOfAHoveredTabIsGoneFromTheScreenWithTheControl) {
   const TPoint overFirstTab{static_cast<int>(box.Left) + 60, static_cast<int>((box.Top + box.Bottom) / 2)};
   os_->InjectMouseAtScreen(win::WM_MOUSEMOVE, overFirstTab, 0);
   scenario_->Settle(200);
-  ASSERT_EQ(FloatingWindowsShown(PortableOs(), main, form).size(), 1u);
+  ASSERT_EQ(FloatingWindowsShown(PortableOs(), main, form, scenario_->CabinetBarWindow()).size(), 1u);
   ComPtr<IQxIControl> control = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IQxIControl>();
   EXPECT_EQ(control->DestroyControl(), kOk);
   scenario_->Settle(1500);
-  EXPECT_TRUE(FloatingWindowsShown(PortableOs(), main, nullptr).empty());
+  EXPECT_TRUE(FloatingWindowsShown(PortableOs(), main, nullptr, scenario_->CabinetBarWindow()).empty());
 }
 
 }  // namespace
