@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <random>
 #include <set>
 #include <sstream>
@@ -17,7 +18,9 @@
 #include "host/HostKeys.h"
 #include "host/ServiceCoreWrap.h"
 #include "platform/portable/ScopedPortableOs.h"
+#include "runtime/MMTimerService.h"
 #include "tabbar/TabbarForm.h"
+#include "tabbar/TitleForm.h"
 #include "toolkit/Application.h"
 
 namespace qx {
@@ -71,6 +74,14 @@ class TStormRun {
     FWrap = MakeCom<TServiceCoreWrapImpl>(FHost.ServiceCore().get(), true);
     FImageRes = std::make_unique<TTabbarImageRes>((FDir / "skin").u16string());
     FHost.Model().SwitchGroup(FHost.Model().AddGroup(u"Group 1").get());
+    // The host always has its default icon; without any the title popup never shows.
+    TBitmap icon(16, 16);
+    icon.Clear(0xFF2080C0);
+    std::filesystem::create_directories(FHost.Favicons().DefaultPath().parent_path());
+    icon.SaveToFile(FHost.Favicons().DefaultPath().u16string());
+    // The toolkit's timers run on the system's clock, as they do in the module.
+    CurrentTimerService();
+    FTimers.emplace();
     FFrame = std::make_unique<TTabbarFrame>(nullptr, FImageRes.get(), nullptr, FWrap.get(), nullptr);
     FFrame->SetBounds(0, 0, 1000, 54);
     FHost.Events().FireFromHost(u"Client.Initialized", {});
@@ -78,6 +89,7 @@ class TStormRun {
 
   ~TStormRun() {
     FFrame.reset();
+    FTimers.reset();
     FWrap = nullptr;
     FImageRes.reset();
     TTabImage::ReleaseBlankPicture();
@@ -104,6 +116,7 @@ class TStormRun {
     for (const char16_t* id : kStripEvents)
       if (FHost.Events().ListenerCount(id) != 0)
         return Fail(result, "a listener for " + ToUtf8(id) + " outlived the strip");
+    result.TitlePopupsChecked = FTitlesSeen;
     result.Passed = true;
     return result;
   }
@@ -216,7 +229,7 @@ class TStormRun {
     if (kind < 67) {
       const std::u16string title = u"Title " + IntToStr(Pick(1000));
       model.SetTabText(tab, tab_key::Title, title);
-      return "rename " + name;
+      return "rename " + name + " to " + ToUtf8(title);
     }
     if (kind < 71) {
       const std::u16string uri = tab->TextValue(tab_key::Uri);
@@ -312,6 +325,19 @@ class TStormRun {
     }
     if (images != mirrored.size()) return "the mirror holds tab images the strip does not show";
 
+    // The popup keeps the title it was shown with until it is shown again or fades, as the
+    // host's title changes do not reach it; it must never carry another tab's title.
+    if (const TTitleForm* popup = FFrame->TitleForm();
+        popup && popup->Visible() && !popup->IsHidingOrHidden())
+      if (const TFakeTab* tab = FHost.Model().TabByGuid(popup->CurrentTabId())) {
+        ++FTitlesSeen;
+        const std::u16string& shown = popup->lbTitle()->Text;
+        if (shown != tab->TextValue(tab_key::Title) && !FTitles[tab->GuidText()].count(shown))
+          return "the title popup shows \"" + ToUtf8(shown) + "\", never a title of tab " +
+                 ToUtf8(tab->GuidText());
+      }
+    for (const TFakeTab* tab : AllTabs()) FTitles[tab->GuidText()].insert(tab->TextValue(tab_key::Title));
+
     // A cached picture is one the engine painted for a page this very tab showed.
     thumbnails = 0;
     for (TFmxObject* object : mirrored) {
@@ -334,7 +360,11 @@ class TStormRun {
   TFakeHost FHost;
   ComPtr<TServiceCoreWrapImpl> FWrap;
   std::unique_ptr<TTabbarImageRes> FImageRes;
+  std::optional<TMMTimerServiceScope> FTimers;
   std::unique_ptr<TTabbarFrame> FFrame;
+  int FTitlesSeen = 0;
+  // Every title a tab was seen with at the end of a drain.
+  std::map<std::u16string, std::set<std::u16string>> FTitles;
   std::map<std::u16string, std::set<std::u16string>> FUris;
   std::deque<std::string> FRecent;
 };

@@ -29,6 +29,8 @@ struct TStormResult {
   int ActionsRun = 0;
   int Drains = 0;
   int ThumbnailsShown = 0;
+  // Drains after which a title popup was up, its title checked.
+  int TitlePopupsChecked = 0;
   // What differed first, and the actions that led to it.
   std::string Failure;
 };

@@ -30,8 +30,10 @@ int main(int argc, char** argv) {
     }
   }
   const qx::TStormResult result = qx::RunStorm(options);
-  std::printf("seed %u: %d actions, %d drains, %d cached thumbnails at the end: %s\n", options.Seed,
-              result.ActionsRun, result.Drains, result.ThumbnailsShown, result.Passed ? "passed" : "FAILED");
+  std::printf(
+      "seed %u: %d actions, %d drains, %d cached thumbnails at the end, %d title popups checked: %s\n",
+      options.Seed, result.ActionsRun, result.Drains, result.ThumbnailsShown, result.TitlePopupsChecked,
+      result.Passed ? "passed" : "FAILED");
   if (!result.Passed) std::printf("%s\n", result.Failure.c_str());
   return result.Passed ? 0 : 1;
 }

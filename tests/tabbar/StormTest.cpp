@@ -13,6 +13,8 @@ TEST(StormTest, TheStripMirrorsTheHostAfterEveryDrainOfTenThousandRandomActions)
   EXPECT_TRUE(result.Passed) << result.Failure;
   EXPECT_EQ(result.ActionsRun, options.Actions);
   EXPECT_GT(result.Drains, options.Actions / options.MaxActionsPerDrain);
+  // The check of a shown title popup must have had something to check.
+  EXPECT_GT(result.TitlePopupsChecked, 0);
 }
 
 }  // namespace
