@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "host/V3PluginImplBase.h"
+#include "module/SystemClockTimers.h"
 #include "resources/FMXDllResourceFinalizer.h"
 #include "tabview/PreviewStripIntf.h"
 
@@ -63,6 +64,8 @@ class TPrevewStripPluginImpl : public TQxIPluginImpl, public IPreviewStrip, publ
   enum class TSide { Left, Right, Top, Bottom };
   HResult ChildFrameSide(std::int32_t* value, TSide side);
 
+  // First, so that it outlives everything below that makes timers.
+  TSystemClockTimers FSystemClockTimers;
   std::unique_ptr<TTabbarParentForm> FTabbarForm;
   TTabbarFrame* FTabbarFrame = nullptr;
   std::unique_ptr<TTabbarImageRes> FImageRes;

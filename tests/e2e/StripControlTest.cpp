@@ -133,7 +133,7 @@ std::vector<HWnd> FloatingWindowsShown(IPortableOs& os, HWnd main, HWnd form, HW
   return shown;
 }
 
-TEST_F(StripTest, TheTitlePopupOfAHoveredTabIsGoneFromTheScreenWithTheControl) {
+TEST_F(StripTest, TheTitlePopupFadesASecondAfterItShowedAwayFromThePointerAndGoesWithTheControl) {
   scenario_->PrepareHost();
   TBitmap icon(16, 16);
   icon.Clear(0xFF3060A0);
@@ -143,6 +143,14 @@ TEST_F(StripTest, TheTitlePopupOfAHoveredTabIsGoneFromTheScreenWithTheControl) {
   scenario_->Settle(500);
   const HWnd main = scenario_->MainWindow();
   const HWnd form = scenario_->ControlWindow();
+  // The new page's title shows while the pointer is nowhere near the strip; the module's
+  // own timer ends it once its second is up.
+  scenario_->AddPage();
+  scenario_->Settle(200);
+  ASSERT_EQ(FloatingWindowsShown(PortableOs(), main, form, scenario_->CabinetBarWindow()).size(), 1u);
+  scenario_->Settle(1500);
+  EXPECT_TRUE(FloatingWindowsShown(PortableOs(), main, form, scenario_->CabinetBarWindow()).empty());
+
   ComPtr<IPreviewStrip> strip = ComPtr<IUnknown>(scenario_->StripPlugin()).As<IPreviewStrip>();
   TRectF box;
   strip->TabScrollBoxScreenRect(box);
