@@ -4,6 +4,7 @@
 
 #include "host/V3PluginImplBase.h"
 #include "resources/FMXDllResourceFinalizer.h"
+#include "runtime/SystemClockTimers.h"
 #include "tabview/CabinetIconBarIntf.h"
 
 namespace qx {
@@ -61,6 +62,8 @@ class TCabinetIconBarPluginImpl : public TQxIPluginImpl, public ICabinetIconBar,
   // side: 0 left, 1 top, 2 right, 3 bottom of the form's child frame.
   HResult ChildFrameSide(std::int32_t* value, int side);
 
+  // First, so that it outlives everything below that makes timers.
+  TSystemClockTimers FSystemClockTimers;
   std::unique_ptr<TCabinetIconBarImageRes> FImageRes;
   std::unique_ptr<TCabinetIconBarForm> FCabinetIconBarForm;
   ComPtr<IResourceReleaser> FResourceReleaser;

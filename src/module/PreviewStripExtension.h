@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "host/V3PluginImplBase.h"
-#include "module/SystemClockTimers.h"
+#include "runtime/SystemClockTimers.h"
 #include "resources/FMXDllResourceFinalizer.h"
 #include "tabview/PreviewStripIntf.h"
 

@@ -1,4 +1,4 @@
-#include "module/SystemClockTimers.h"
+#include "runtime/SystemClockTimers.h"
 
 #include <cstddef>
 #include <optional>
