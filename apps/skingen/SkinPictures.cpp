@@ -312,34 +312,36 @@ std::map<std::string, std::function<std::unique_ptr<TBitmap>()>> Catalogue() {
   // ---- smart search
   const TColor kPopup = Rgb(0xFBFCFD), kPopupEdge = Rgb(0xC7CDD6);
   auto popup = [&](const std::string& key, int w, int part, bool upward) {
-    add(key, w, 40, [=](TBitmap& b, TPainter& p) {
-      // A bubble with a notch towards the selection: downward opens below it.
+    // As high as the popup: a bubble round the button row (30 to 60), clear bands above and
+    // below, and a notch pointing at the selection, 32 in from the left edge.
+    add(key, w, 90, [=](TBitmap& b, TPainter& p) {
       const float left = part == 0 || part == 3 ? 4.0f : -30.0f;
       const float right = part == 2 || part == 3 ? W(b) - 4 : W(b) + 30.0f;
-      const float top = upward ? 3.0f : 7.0f, bottom = upward ? H(b) - 7 : H(b) - 3;
+      const float top = 24.0f, bottom = 66.0f;
       auto body = RoundRect(left, top, right, bottom, 7);
       p.Shadow(Offset(body, 0, 1.5f), Rgb(0x000000, 0.25f), 3.5f);
       p.Fill(body, kPopup);
       p.Fill(Outline(body, 1), kPopupEdge);
       if (part == 0 || part == 3) {
-        const float nx = left + 14;
-        std::vector<TVec> notch = upward ? std::vector<TVec>{{nx - 5, bottom - 1}, {nx + 5, bottom - 1}, {nx, bottom + 5}}
-                                         : std::vector<TVec>{{nx - 5, top + 1}, {nx + 5, top + 1}, {nx, top - 5}};
+        const float nx = 32;
+        std::vector<TVec> notch = upward ? std::vector<TVec>{{nx - 7, bottom - 1}, {nx + 7, bottom - 1}, {nx, bottom + 8}}
+                                         : std::vector<TVec>{{nx - 7, top + 1}, {nx + 7, top + 1}, {nx, top - 8}};
         p.Fill(Polygon(notch), kPopup);
       }
     });
   };
-  popup("SmartSearchBackgroundDownwardLeft", 24, 0, false);
+  popup("SmartSearchBackgroundDownwardLeft", 48, 0, false);
   popup("SmartSearchBackgroundDownwardFill", 8, 1, false);
   popup("SmartSearchBackgroundDownwardRight", 16, 2, false);
   popup("SmartSearchBackgroundDownward", 64, 3, false);
-  popup("SmartSearchBackgroundUpwardLeft", 24, 0, true);
+  popup("SmartSearchBackgroundUpwardLeft", 48, 0, true);
   popup("SmartSearchBackgroundUpwardFill", 8, 1, true);
   popup("SmartSearchBackgroundUpwardRight", 16, 2, true);
   popup("SmartSearchBackgroundUpward", 64, 3, true);
   popup("SmartSearchExtendedBackgroundUpwardRight", 16, 2, true);
   const char* buttonStates[3] = {"", "Hovered", "Pressed"};
-  const TColor buttonFill[3] = {Rgb(0xF0F2F5), Rgb(0xE8F1FF), Rgb(0xD2E3FF)};
+  // Dark, so the light bold label on it reads.
+  const TColor buttonFill[3] = {Rgb(0x3B6FC4), Rgb(0x4A80D6), Rgb(0x2C5AA6)};
   for (int s = 0; s < 3; ++s) {
     const std::string base = std::string("SmartSearchButton") + buttonStates[s];
     const TColor fill = buttonFill[s];
@@ -358,7 +360,7 @@ std::map<std::string, std::function<std::unique_ptr<TBitmap>()>> Catalogue() {
     part(base + "Right", 6, 2);
     part(base, 40, 3);
   }
-  add("SmartSearchLupe", 20, 30, [](TBitmap& b, TPainter& p) { Magnifier(p, W(b) / 2 - 1, H(b) / 2 - 1, 5, Rgb(0x5A6270)); });
+  add("SmartSearchLupe", 20, 30, [](TBitmap& b, TPainter& p) { Magnifier(p, W(b) / 2 - 1, H(b) / 2 - 1, 5, Rgb(0xE6E9EE)); });
   for (int s = 0; s < 3; ++s) {
     add(std::string("SmartSearchMore") + buttonStates[s], 18, 30, [s](TBitmap& b, TPainter& p) {
       if (s > 0) p.Fill(RoundRect(1, 4, W(b) - 1, H(b) - 4, 5), s == 1 ? Rgb(0xE8F1FF) : Rgb(0xD2E3FF));

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "host/ClientWidgets.h"
 #include "resources/CustomCtrlToolTip2.h"
 #include "resources/SmartSearchImageRes.h"
 #include "resources/SystemFont.h"
@@ -58,6 +59,7 @@ TSmartSearchForm::TSmartSearchForm(TFmxObject* owner, IServiceCoreWrap* serviceC
 }
 
 TSmartSearchForm::~TSmartSearchForm() {
+  RemovePopupMenu(FServiceCore.get(), kSmartSearchEngineMenuId);
   RemoveHooks();
   if (LiveForm() == this) LiveForm() = nullptr;
   FToolTip.reset();

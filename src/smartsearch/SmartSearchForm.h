@@ -12,6 +12,7 @@
 #include "base/ComPtr.h"
 #include "host/ServiceCoreWrapIntf.h"
 #include "resources/BaseFormXE7.h"
+#include "smartsearch/EngineMenuDocument.h"
 #include "smartsearch/SearchButton.h"
 #include "smartsearch/SearchEngineList.h"
 #include "smartsearch/SiteSearchItem.h"
@@ -27,15 +28,6 @@ class TSmartSearchImageRes;
 class TCustomControlToolTip;
 
 inline constexpr std::u16string_view kSmartSearchEngineMenuId = u"smartsearch-engine-menu";
-
-// One entry of the menu of engines that have no button.
-struct TEngineMenuItem {
-  TString ActionName;
-  TString Guid;
-  TString Icon;  // favicon:// or skin:// address
-  TString DisplayName;
-  TString Script;
-};
 
 class TSmartSearchForm : public TBaseFormXE7 {
  public:

@@ -1,5 +1,6 @@
 // The popup's engine buttons, its page search button and the menu of the other engines.
 
+#include "host/ClientWidgets.h"
 #include "resources/SmartSearchImageRes.h"
 #include "smartsearch/SmartSearchForm.h"
 
@@ -7,6 +8,7 @@ namespace qx {
 
 void TSmartSearchForm::BuildSearchButtons() {
   if (FSearchButtonsBuilt || !TSearchEngineSettings::ReadShowSmartSearch(*FServiceCore)) return;
+  RemovePopupMenu(FServiceCore.get(), kSmartSearchEngineMenuId);
   ClearSearchButtons();
   MakePageSearchButton();
   FEngineList.Build(*FServiceCore);
@@ -21,7 +23,11 @@ void TSmartSearchForm::BuildSearchButtons() {
     FEngineMenuItems.push_back({engine.ActionName, engine.Guid, EngineMenuIconUrl(engine.Icon), engine.Name,
                                 EngineMenuScript(engine.ActionName, engine.Guid)});
   }
-  MoreButton_->SetVisible(!FEngineMenuItems.empty());
+  const bool hasMenu = !FEngineMenuItems.empty();
+  if (hasMenu)
+    if (ComPtr<IQxIXmlElement> menu = MakeEngineMenuDocument(*FServiceCore, FEngineMenuItems))
+      RegisterPopupMenu(FServiceCore.get(), kSmartSearchEngineMenuId, menu.get());
+  MoreButton_->SetVisible(hasMenu);
   FSearchButtonsBuilt = true;
 }
 

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "SmartSearchFixture.h"
+#include "fakehost/FakeXmlElement.h"
 #include "host/HostKeys.h"
 #include "smartsearch/SmartSearchForm.h"
 #include "smartsearch/SmartSearchMain.h"
@@ -87,6 +88,16 @@ TEST_F(SmartSearchPopupTest, SelectionShowsThePopupAndTheDefaultSearchOpensTheRe
   ASSERT_EQ(Form()->EngineMenuItems().size(), 1u);
   EXPECT_EQ(Form()->EngineMenuItems()[0].Script, u"SmartSearch.MenuSelect({'action':'maps','id':'{M}'})");
   EXPECT_TRUE(Form()->MoreButton()->Visible());
+  // The host opens the menu from the document registered with it: one item per engine.
+  auto* menu = static_cast<TFakeXmlElement*>(host_.Popups().Popup(kSmartSearchEngineMenuId));
+  ASSERT_NE(menu, nullptr);
+  ASSERT_EQ(menu->Children().size(), 1u);
+  const TFakeXmlElement& item = *menu->Children()[0];
+  EXPECT_EQ(item.Name(), u"item");
+  EXPECT_EQ(item.Attribute(u"action"), u"maps");
+  EXPECT_EQ(item.Attribute(u"icon"), u"skin://widget/module/SearchEngine/QuillmarSearch.ico");
+  EXPECT_EQ(item.Attribute(u"text"), u"Maps");
+  EXPECT_EQ(item.Attribute(u"script"), u"SmartSearch.MenuSelect({'action':'maps','id':'{M}'})");
   EXPECT_FALSE(Form()->PageSearchButtonLayout()->Visible());
   const float widthWithoutPageSearch = static_cast<float>(Form()->Width());
   EXPECT_EQ(widthWithoutPageSearch, 14 + Form()->DefaultSearchButton()->Width() + 22 + 15 + 17);
@@ -109,6 +120,14 @@ TEST_F(SmartSearchPopupTest, SelectionShowsThePopupAndTheDefaultSearchOpensTheRe
   EXPECT_EQ(host_.SearchEngines().Searches()[0].Keyword, u"漱石");
   EXPECT_EQ(host_.SearchHistory().Keywords(), std::vector<std::u16string>{u"漱石"});
   EXPECT_EQ(wrap_->GetPropertyInteger(u"client.SmartSearch-DefaultSearch", 0), 1);
+
+  // Every engine with a button of its own: the old menu is taken back from the host.
+  SetProperty(prop_key::SearchBarSmartSearchCustomButtonCount, u"2");
+  host_.Events().FireFromHost(u"Option.Apply", {});
+  SelectAndRelease(tab, u"夏目", 600, 300);
+  ASSERT_TRUE(Showing());
+  EXPECT_FALSE(Form()->MoreButton()->Visible());
+  EXPECT_EQ(host_.Popups().Popup(kSmartSearchEngineMenuId), nullptr);
 }
 
 TEST_F(SmartSearchPopupTest, PageSearchOpensAResultTabAndCountsThePopupWider) {
@@ -263,6 +282,11 @@ TEST_F(SmartSearchPopupTest, EngineMenuTimingAndClicksThatNeverActivate) {
   os.SendMessageW(window, win::WM_MOUSEMOVE, 0, at);
   tick(1000);
   EXPECT_EQ(openedAt.size(), 1u);
+
+  // The popup's end takes its menu back from the host.
+  ASSERT_NE(host_.Popups().Popup(kSmartSearchEngineMenuId), nullptr);
+  search_.reset();
+  EXPECT_EQ(host_.Popups().Popup(kSmartSearchEngineMenuId), nullptr);
 }
 
 }  // namespace
