@@ -7,9 +7,7 @@
 #include "InputSteps.h"
 #include "PagePictures.h"
 #include "ScenarioDisplay.h"
-#if !defined(_WIN32)
 #include "SmartSearchStep.h"
-#endif
 #include "WindowCapture.h"
 #include "base/Guid.h"
 #include "base/Text.h"
@@ -235,10 +233,7 @@ TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loa
   scenario.SelectPage(20);
   snap("centred", "page 20 selected: it comes to the middle, curves at both ends");
   PlayInputSteps(scenario, snap);
-#if !defined(_WIN32)
-  // Page input is faked through the window emulation, which a real window system lacks.
   PlaySmartSearchSteps(scenario, snap);
-#endif
 
   std::vector<const TBitmap*> sheet;
   for (const auto& picture : pictures) sheet.push_back(picture.get());
