@@ -93,8 +93,10 @@ TTabImage* TTabbarFrame::TabImageAtPoint(TPointF point) {
   const TPointF inContent = static_cast<TControl*>(content)->AbsoluteToLocal(absolute);
   if (ClientWindowMaximized() && inContent.Y < 5.0f)
     absolute = static_cast<TControl*>(content)->LocalToAbsolute({inContent.X, 5.0f});
+  const TPointF origin = static_cast<TControl*>(content)->LocalToAbsolute({0, 0});
   for (int i = content->ChildrenCount() - 1; i >= 0; --i)
-    if (auto* tab = dynamic_cast<TTabImage*>(content->Children(i)); tab && tab->PtInTabImage(absolute))
+    if (auto* tab = dynamic_cast<TTabImage*>(content->Children(i));
+        tab && tab->PtInTabImage(absolute, origin))
       return tab;
   return nullptr;
 }

@@ -219,6 +219,10 @@ void TTabImage::SetHorzPosition(bool animate, TInterpolationType interpolation, 
   if (FAttributes && !FAttributes->GetHidden()) SetVisible(true);
   if (animated) {
     if (FLeftAnimation->Running() && FLeftAnimation->StopValue == left) return;
+    // A tab already in place has nothing to slide; only a covered tab still shown
+    // keeps its slide, which hides it at the end.
+    const bool hides = FAttributes && FAttributes->GetHidden() && Visible();
+    if (!FLeftAnimation->Running() && TabImageLeft() == left && !hides) return;
     FLeftAnimation->Stop();
     FLeftAnimation->Interpolation = interpolation;
     FLeftAnimation->StopValue = left;
@@ -249,6 +253,11 @@ void TTabImage::StopDragOffsetAnimation() { FDragOffsetAnimation->Stop(); }
 
 bool TTabImage::PtInCloseButton(TPointF point) { return FCloseButton->PointInObject(point.X, point.Y); }
 bool TTabImage::PtInTabImage(TPointF point) { return FBase->PointInObject(point.X, point.Y); }
+bool TTabImage::PtInTabImage(TPointF point, TPointF parentOrigin) const {
+  const TPointF own = OffsetInParent(), base = FBase->PlaceInParent();
+  return FBase->LocalRect().Contains(
+      {point.X - (parentOrigin.X + own.X + base.X), point.Y - (parentOrigin.Y + own.Y + base.Y)});
+}
 
 bool TTabImage::CloseButtonVisible() const {
   return FCloseButton->Visible() && (FCloseButton->Opacity() > 0 || FCloseAnimation->Running());
@@ -369,6 +378,8 @@ void TTabImage::UpdateDimAndShadow(bool hovered, bool immediately) {
     FDim->SetOpacity(DimOpacity(hovered));
   } else {
     FDimAnimation->Stop();
+    // Already there: a fade between equal values would only keep the clock busy.
+    if (FDim->Opacity() == DimOpacity(hovered)) return;
     FDimAnimation->StartValue = FDim->Opacity();
     FDimAnimation->StopValue = DimOpacity(hovered);
     FDimAnimation->Start();
@@ -386,9 +397,13 @@ void TTabImage::StartCloseButtonAnimation(bool show, bool immediately) {
     FCloseButton->SetOpacity(target);
   } else {
     FCloseAnimation->Stop();
-    FCloseAnimation->StartValue = FCloseButton->Opacity();
-    FCloseAnimation->StopValue = target;
-    FCloseAnimation->Start();
+    // A button fully shown stays so; a hidden one still runs its fade, which keeps
+    // it counted as visible until the fade ends.
+    if (!show || FCloseButton->Opacity() != target) {
+      FCloseAnimation->StartValue = FCloseButton->Opacity();
+      FCloseAnimation->StopValue = target;
+      FCloseAnimation->Start();
+    }
   }
   if (show && OnCloseButtonShown) OnCloseButtonShown(this);
 }

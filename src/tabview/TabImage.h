@@ -75,6 +75,8 @@ class TTabImage : public TLayout, public TTabImageItem {
   // ---- hit tests, absolute points
   bool PtInCloseButton(TPointF point);
   bool PtInTabImage(TPointF point);
+  // The same test when the caller knows the absolute origin of the tab's parent.
+  bool PtInTabImage(TPointF point, TPointF parentOrigin) const;
   bool CloseButtonVisible() const;
 
   // ---- rectangles and points

@@ -309,12 +309,23 @@ bool TControl::PointInObject(float absoluteX, float absoluteY) {
 }
 
 TControl* TControl::ObjectAtPoint(TPointF absolutePoint) {
+  return ObjectAtPointFrom(absolutePoint, LocalToAbsolute({0, 0}));
+}
+
+TControl* TControl::ObjectAtPointFrom(TPointF absolutePoint, TPointF origin) {
+  // Origins are handed down the tree: a strip of thousands of tabs must not walk
+  // each tab's parent chain again, nor copy its children on every pointer move.
   if (!FVisible || !FEnabled) return nullptr;
-  bool inside = PointInObject(absolutePoint.X, absolutePoint.Y);
+  const bool inside = LocalRect().Contains({absolutePoint.X - origin.X, absolutePoint.Y - origin.Y});
   if (!FClipChildren || inside) {
-    std::vector<TControl*> controls = Controls();
-    for (auto it = controls.rbegin(); it != controls.rend(); ++it)
-      if (TControl* hit = (*it)->ObjectAtPoint(absolutePoint)) return hit;
+    const std::vector<TFmxObject*>& children = ChildList();
+    for (auto it = children.rbegin(); it != children.rend(); ++it)
+      if (TControl* child = (*it)->AsControl()) {
+        const TPointF offset = child->OffsetInParent();
+        if (TControl* hit =
+                child->ObjectAtPointFrom(absolutePoint, {origin.X + offset.X, origin.Y + offset.Y}))
+          return hit;
+      }
   }
   return (FHitTest && inside) ? this : nullptr;
 }

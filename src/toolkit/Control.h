@@ -94,6 +94,8 @@ class TControl : public TFmxObject {
   TRectF AbsoluteRect() const;
   TPointF LocalToAbsolute(TPointF p) const;
   TPointF AbsoluteToLocal(TPointF p) const;
+  // Where the control stands in its parent for painting and hit testing.
+  TPointF PlaceInParent() const { return OffsetInParent(); }
   // Absolute values are computed when asked; kept for callers that force them.
   void RecalcAbsoluteNow() {}
 
@@ -139,8 +141,8 @@ class TControl : public TFmxObject {
 
   // ---- input
   // Deepest visible, enabled control with HitTest under an absolute point (children first, topmost first).
-  virtual TControl* ObjectAtPoint(TPointF absolutePoint);
-  virtual bool PointInObject(float absoluteX, float absoluteY);
+  TControl* ObjectAtPoint(TPointF absolutePoint);
+  bool PointInObject(float absoluteX, float absoluteY);
   void SetFocus();
   bool IsFocused() const;
   void Capture();
@@ -209,6 +211,8 @@ class TControl : public TFmxObject {
   void SetPressed(bool value) { FPressed = value; }
 
  private:
+  // The hit test below a control whose absolute origin the caller already knows.
+  TControl* ObjectAtPointFrom(TPointF absolutePoint, TPointF origin);
   void PaintChildren(TCanvas& canvas, TPointF origin, float opacity);
   void PaintWithEffect(TCanvas& canvas, TPointF origin, float opacity, float softness);
 

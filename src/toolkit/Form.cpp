@@ -150,9 +150,10 @@ void TCommonCustomForm::Realign() {
 }
 
 TControl* TCommonCustomForm::ObjectAtPoint(TPointF clientPoint) const {
-  std::vector<TControl*> controls = Controls();
-  for (auto it = controls.rbegin(); it != controls.rend(); ++it)
-    if (TControl* hit = (*it)->ObjectAtPoint(clientPoint)) return hit;
+  const std::vector<TFmxObject*>& children = ChildList();
+  for (auto it = children.rbegin(); it != children.rend(); ++it)
+    if (TControl* control = (*it)->AsControl())
+      if (TControl* hit = control->ObjectAtPoint(clientPoint)) return hit;
   return nullptr;
 }
 
@@ -333,9 +334,9 @@ void TCommonCustomForm::Invalidate(const TRectF& clientRect) {
   FUpdateRect = FUpdateRect.Union(changed);
   if (FHandle) {
     TRect r{static_cast<std::int32_t>(std::floor(changed.Left)),
-           static_cast<std::int32_t>(std::floor(changed.Top)),
-           static_cast<std::int32_t>(std::ceil(changed.Right)),
-           static_cast<std::int32_t>(std::ceil(changed.Bottom))};
+            static_cast<std::int32_t>(std::floor(changed.Top)),
+            static_cast<std::int32_t>(std::ceil(changed.Right)),
+            static_cast<std::int32_t>(std::ceil(changed.Bottom))};
     Platform().InvalidateRect(FHandle, &r, false);
   }
 }
