@@ -1,19 +1,13 @@
 #include <algorithm>
 
 #include "fakehost/FakeEnginePainter.h"
-#include "tabbar/FrameFixture.h"
+#include "tabbar/FrameEventsFixture.h"
 
 namespace qx {
 namespace {
 
-class FrameThumbnailTest : public FrameTest {
+class FrameThumbnailTest : public FrameEventsTest {
  protected:
-  TTabbarFrame& Initialized() {
-    TTabbarFrame& frame = MakeFrame();
-    host_.Events().FireFromHost(u"Client.Initialized", {});
-    return frame;
-  }
-  TTabImage* ImageOf(TFakeTab* tab) { return AsTabImage(frame_->TabList()->FindTabImageFromId(GuidOf(tab))); }
   std::size_t Snapshots(TFakeTab* tab) {
     const auto& commands = host_.Model().Commands();
     return static_cast<std::size_t>(std::count_if(
