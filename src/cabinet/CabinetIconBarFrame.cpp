@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 #include <unordered_map>
 
 #include "base/Text.h"
@@ -141,9 +142,15 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
   IPreviewStrip* strip = PreviewStrip();
   TTabImageSectionList* tabs = strip ? strip->GetTabList() : nullptr;
   ComPtr<IQxICabinetManager> manager;
-  if (FServiceCore) FServiceCore->CabinetManager(manager);
+  // One tab manager for the whole pass: finding it through the services costs more than
+  // the lookup of one tab.
+  ComPtr<IQxITabManager> tabManager;
+  if (FServiceCore) {
+    FServiceCore->CabinetManager(manager);
+    FServiceCore->TabManager(tabManager);
+  }
   TCabinetIcon2* front = nullptr;
-  if (tabs && manager) {
+  if (tabs && manager && tabManager) {
     std::int32_t group = 0;
     TString prevDomain;
     bool first = true;
@@ -154,7 +161,7 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
         if (!tab) continue;
         const std::u16string id = tab->TabGuid();
         ComPtr<IQxITab> hostTab;
-        FServiceCore->TabByGuid(id, hostTab);
+        if (!id.empty()) tabManager->TabByGuid(id.c_str(), hostTab.put());
         if (!hostTab || Failed(manager->HasCabinetIcon(hostTab.get()))) continue;
         ComPtr<IQxIString> domainText;
         manager->GetDomainId(hostTab.get(), domainText.put());
@@ -276,7 +283,9 @@ void TCabinetIconBarFrame::ResolveOverlap(int pivot) {
 
 void TCabinetIconBarFrame::SortZOrder() {
   SortChildrenByKey([](TFmxObject* child) -> double {
-    auto* icon = dynamic_cast<TCabinetIcon2*>(child);
+    // Nearly every child is an icon; the exact type check spares the full cast for them.
+    auto* icon = typeid(*child) == typeid(TCabinetIcon2) ? static_cast<TCabinetIcon2*>(child)
+                                                         : dynamic_cast<TCabinetIcon2*>(child);
     return icon ? icon->zPosition() : 0.0;
   });
 }
