@@ -131,7 +131,6 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
   for (TCabinetIcon2* icon : FIconList->Items()) {
     icon->SetDragTarget(false);
     icon->SetRightToLeft(false);
-    icon->SetNextIcon(nullptr);
     icon->SetForceHideLines(false);
     icon->SetLastFirstTabWidth(icon->FirstTabWidth());
     pool.emplace(icon->TabId(), icon);
@@ -238,14 +237,20 @@ void TCabinetIconBarFrame::ResolveOverlap(int pivot) {
       shown.push_back(icons[static_cast<std::size_t>(i)]);
       shownIndex.push_back(i);
     }
+  // Each icon's next shown one, set only where it changed: dropping and taking the free
+  // notification again for every icon of every pass costs more than the whole overlap pass.
+  std::size_t nextShown = 0;
+  for (int i = 0; i < count; ++i) {
+    while (nextShown < shownIndex.size() && shownIndex[nextShown] <= i) ++nextShown;
+    TCabinetIcon2* icon = icons[static_cast<std::size_t>(i)];
+    icon->SetNextIcon(icon->Visible() && nextShown < shown.size() ? shown[nextShown] : nullptr);
+  }
   if (shown.empty()) return;
   // The pivot among the shown icons: the last one at or before it.
   int p = -1;
   for (std::size_t k = 0; k < shown.size(); ++k)
     if (shownIndex[k] <= pivot) p = static_cast<int>(k);
   const int n = static_cast<int>(shown.size());
-  for (int k = 0; k + 1 < n; ++k)
-    shown[static_cast<std::size_t>(k)]->SetNextIcon(shown[static_cast<std::size_t>(k + 1)]);
 
   float m = 0;
   for (int k = 0; k <= p; ++k) {
