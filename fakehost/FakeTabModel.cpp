@@ -156,6 +156,7 @@ ComPtr<TFakeTab> TFakeTabModel::CreateTabWithGuid(const TGUID& guid) {
   tab->StoreValue(tab_key::CreateTime, TFakeVariant::FromInt64(FileDateClock ? FileDateClock() : 0).get());
   tabs_.push_back(tab);
   tabsByInterface_.emplace(static_cast<const IQxITab*>(tab.get()), tab.get());
+  tabsByGuid_.emplace(guid, tab.get());
   return tab;
 }
 
@@ -399,6 +400,15 @@ HResult TFakeTabModel::CloseTab(TFakeTab* tab) {
   }
   if (pageData_) pageData_->RemovePage(tab->GuidText());
   tabsByInterface_.erase(static_cast<const IQxITab*>(tab));
+  if (const auto named = tabsByGuid_.find(tab->Guid()); named != tabsByGuid_.end() && named->second == tab) {
+    // Another tab made with the same GUID, if any, answers for it from now on.
+    tabsByGuid_.erase(named);
+    for (const auto& other : tabs_)
+      if (other.get() != tab && other->Guid() == tab->Guid()) {
+        tabsByGuid_.emplace(other->Guid(), other.get());
+        break;
+      }
+  }
   std::erase_if(tabs_, [&](const auto& t) { return t.get() == tab; });
   return kOk;
 }
@@ -727,9 +737,8 @@ TFakeWebView* TFakeTabModel::FindBrowser(const IQxIBrowser* browser) const {
 TFakeTab* TFakeTabModel::TabByGuid(std::u16string_view guid) const {
   const auto parsed = TryParseGuid(guid);
   if (!parsed) return nullptr;
-  for (const auto& tab : tabs_)
-    if (tab->Guid() == *parsed) return tab.get();
-  return nullptr;
+  const auto found = tabsByGuid_.find(*parsed);
+  return found == tabsByGuid_.end() ? nullptr : found->second;
 }
 
 TFakeTab* TFakeTabModel::TabByDockId(std::int32_t id) const {

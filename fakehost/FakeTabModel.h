@@ -189,6 +189,15 @@ class TFakeTabModel : public std::enable_shared_from_this<TFakeTabModel> {
   ComPtr<TFakeTabGroup> activeGroup_;
   std::vector<ComPtr<TFakeTab>> tabs_;
   std::unordered_map<const IQxITab*, TFakeTab*> tabsByInterface_;  // constant-time lookups among thousands
+  struct TGuidHash {
+    std::size_t operator()(const TGUID& g) const noexcept {
+      std::uint64_t tail = 0;
+      for (std::uint8_t b : g.D4) tail = tail << 8 | b;
+      return std::hash<std::uint64_t>{}(tail ^
+                                        (std::uint64_t{g.D1} << 32 | std::uint64_t{g.D2} << 16 | g.D3));
+    }
+  };
+  std::unordered_map<TGUID, TFakeTab*, TGuidHash> tabsByGuid_;  // the first tab made with each GUID
   std::vector<ComPtr<TFakeWebView>> browsers_;
   std::vector<TFakeBrowserCommand> commands_;
   TFakeWebView* focused_ = nullptr;

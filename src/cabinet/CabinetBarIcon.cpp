@@ -115,7 +115,17 @@ void TCabinetIcon2::SetFont(const std::u16string& name, float size) {
 
 float TCabinetIcon2::TextWidth() const {
   if (Title().empty()) return 0;
-  return TTextLayout::MeasureWidth(FTextBox->TitleFont(), Title());
+  // Measured once per title and font: every layout pass asks several times per icon.
+  TTextWidthCache& c = FTextWidthCache;
+  if (!c.Valid || c.Title != Title() || c.FontName != FTextBox->FontName() ||
+      c.FontSize != FTextBox->FontSize()) {
+    c.Title = Title();
+    c.FontName = FTextBox->FontName();
+    c.FontSize = FTextBox->FontSize();
+    c.Width = TTextLayout::MeasureWidth(FTextBox->TitleFont(), Title());
+    c.Valid = true;
+  }
+  return c.Width;
 }
 
 float TCabinetIcon2::IconBaseWidth() const {
@@ -358,15 +368,22 @@ void TCabinetIcon2::IconTextLayoutChangeStatus() {
   TCabinetIconBarImageRes* res = FImageRes;
   const bool pressed = FIconTextLayout->IsPressed(), hovered = FIconTextLayout->IsHovered();
   if (res) {
-    if (pressed) {
-      Show(FIconBaseImageInside, res->CabinetbarItemMinPressed());
-      Show(FIconBaseImage, res->FaviconBasePressed());
-    } else if (hovered) {
-      Show(FIconBaseImageInside, res->CabinetbarItemMinHovered());
-      Show(FIconBaseImage, res->FaviconBaseHovered());
-    } else {
-      FIconBaseImageInside->Bitmap().Clear(0x00FFFFFFu);
-      Show(FIconBaseImage, res->FaviconBase());
+    TBitmap* inside = pressed   ? res->CabinetbarItemMinPressed()
+                      : hovered ? res->CabinetbarItemMinHovered()
+                                : nullptr;
+    TBitmap* base = pressed   ? res->FaviconBasePressed()
+                    : hovered ? res->FaviconBaseHovered()
+                              : res->FaviconBase();
+    // Every layout pass comes here; copying the same pictures again would only cost.
+    if (!FBaseLookShown || inside != FShownInside || base != FShownBase) {
+      if (pressed || hovered)
+        Show(FIconBaseImageInside, inside);
+      else
+        FIconBaseImageInside->Bitmap().Clear(0x00FFFFFFu);
+      Show(FIconBaseImage, base);
+      FShownInside = inside;
+      FShownBase = base;
+      FBaseLookShown = true;
     }
   }
   TIconTextBackStatus status = TIconTextBackStatus::itbsNone;

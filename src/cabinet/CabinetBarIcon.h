@@ -165,6 +165,17 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   bool FLastFirstTabWidthSet = false;
   bool FRightToLeft = false;
   bool FInLayout = false;
+  // The pictures the base shows now, so an unchanged look is not copied again.
+  bool FBaseLookShown = false;
+  TBitmap* FShownInside = nullptr;
+  TBitmap* FShownBase = nullptr;
+  struct TTextWidthCache {
+    bool Valid = false;
+    std::u16string Title, FontName;
+    float FontSize = 0;
+    float Width = 0;
+  };
+  mutable TTextWidthCache FTextWidthCache;
 };
 
 }  // namespace qx

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 #include <unordered_map>
 
 #include "base/Text.h"
@@ -130,7 +131,6 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
   for (TCabinetIcon2* icon : FIconList->Items()) {
     icon->SetDragTarget(false);
     icon->SetRightToLeft(false);
-    icon->SetNextIcon(nullptr);
     icon->SetForceHideLines(false);
     icon->SetLastFirstTabWidth(icon->FirstTabWidth());
     pool.emplace(icon->TabId(), icon);
@@ -141,9 +141,15 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
   IPreviewStrip* strip = PreviewStrip();
   TTabImageSectionList* tabs = strip ? strip->GetTabList() : nullptr;
   ComPtr<IQxICabinetManager> manager;
-  if (FServiceCore) FServiceCore->CabinetManager(manager);
+  // One tab manager for the whole pass: finding it through the services costs more than
+  // the lookup of one tab.
+  ComPtr<IQxITabManager> tabManager;
+  if (FServiceCore) {
+    FServiceCore->CabinetManager(manager);
+    FServiceCore->TabManager(tabManager);
+  }
   TCabinetIcon2* front = nullptr;
-  if (tabs && manager) {
+  if (tabs && manager && tabManager) {
     std::int32_t group = 0;
     TString prevDomain;
     bool first = true;
@@ -154,7 +160,7 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
         if (!tab) continue;
         const std::u16string id = tab->TabGuid();
         ComPtr<IQxITab> hostTab;
-        FServiceCore->TabByGuid(id, hostTab);
+        if (!id.empty()) tabManager->TabByGuid(id.c_str(), hostTab.put());
         if (!hostTab || Failed(manager->HasCabinetIcon(hostTab.get()))) continue;
         ComPtr<IQxIString> domainText;
         manager->GetDomainId(hostTab.get(), domainText.put());
@@ -231,14 +237,20 @@ void TCabinetIconBarFrame::ResolveOverlap(int pivot) {
       shown.push_back(icons[static_cast<std::size_t>(i)]);
       shownIndex.push_back(i);
     }
+  // Each icon's next shown one, set only where it changed: dropping and taking the free
+  // notification again for every icon of every pass costs more than the whole overlap pass.
+  std::size_t nextShown = 0;
+  for (int i = 0; i < count; ++i) {
+    while (nextShown < shownIndex.size() && shownIndex[nextShown] <= i) ++nextShown;
+    TCabinetIcon2* icon = icons[static_cast<std::size_t>(i)];
+    icon->SetNextIcon(icon->Visible() && nextShown < shown.size() ? shown[nextShown] : nullptr);
+  }
   if (shown.empty()) return;
   // The pivot among the shown icons: the last one at or before it.
   int p = -1;
   for (std::size_t k = 0; k < shown.size(); ++k)
     if (shownIndex[k] <= pivot) p = static_cast<int>(k);
   const int n = static_cast<int>(shown.size());
-  for (int k = 0; k + 1 < n; ++k)
-    shown[static_cast<std::size_t>(k)]->SetNextIcon(shown[static_cast<std::size_t>(k + 1)]);
 
   float m = 0;
   for (int k = 0; k <= p; ++k) {
@@ -276,7 +288,9 @@ void TCabinetIconBarFrame::ResolveOverlap(int pivot) {
 
 void TCabinetIconBarFrame::SortZOrder() {
   SortChildrenByKey([](TFmxObject* child) -> double {
-    auto* icon = dynamic_cast<TCabinetIcon2*>(child);
+    // Nearly every child is an icon; the exact type check spares the full cast for them.
+    auto* icon = typeid(*child) == typeid(TCabinetIcon2) ? static_cast<TCabinetIcon2*>(child)
+                                                         : dynamic_cast<TCabinetIcon2*>(child);
     return icon ? icon->zPosition() : 0.0;
   });
 }
