@@ -276,6 +276,11 @@ void TTabbarFrame::ForgetTabReferences(const TFmxObject* object) {
   auto clear = [object](TTabImage*& field) {
     if (field && static_cast<const TFmxObject*>(field) == object) field = nullptr;
   };
+  // The title popup must not go on naming a tab that is gone.
+  auto is = [object](const TTabImage* field) {
+    return field && static_cast<const TFmxObject*>(field) == object;
+  };
+  if (is(FHoveredTab) || is(FActiveTab)) HideTitleForm(0);
   clear(FActiveTab);
   clear(FHoveredTab);
   clear(FActivatingTab);

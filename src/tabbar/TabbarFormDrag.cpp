@@ -33,10 +33,9 @@ bool HoldsOnly(const TTabImageSection* section, const TTabImageItem* tab) {
 
 void TTabbarFrame::StartTabDrag() {
   FExecutingMouseEvent = false;
-  // From here the press carries the tab: were the scroll box still to track it, each
-  // step of the pointer would pan the strip back under the tab and undo the auto-scroll.
-  // A finger's press stays with the scroll box, whose swipe scrolls the strip.
-  if (!IsMouseMessageFromTouch()) FTabScrollBox->AniCalculations().Stop();
+  // From here the press carries the tab, a finger's as much as the mouse's: were the
+  // scroll box still to track it, each step would pan the strip along under the tab.
+  FTabScrollBox->AniCalculations().Stop();
   FdragTarget = FActivatingTab;
   FWaitUpdateTabbar = true;
   FActivatingTab = nullptr;

@@ -227,7 +227,8 @@ void TTabbarFrame::ProcessMouseUp(TMouseButton /*button*/, TPointF point) {
     HideTitleForm(0.2f);
   }
   TTabImage* tab = TabImageAtPoint(point);
-  if (tab != FMouseDownTab) tab = nullptr;
+  // Taps are counted by the raw touch route; the mouse the system makes of them is no second click.
+  if (tab != FMouseDownTab || IsMouseMessageFromTouch()) tab = nullptr;
   const std::uint32_t now = Now();
   if (tab && tab == FClickedTab && now - FLastTabClickedTime <= Platform().GetDoubleClickTime()) {
     FireTabMouseEvent(u"Tab.DblClick", point);

@@ -90,9 +90,9 @@ class FrameTest : public ::testing::Test {
   std::u16string GuidOf(TFakeTab* tab) { return wrap_->TabGuid(tab); }
 
   // The mirror as text: sections separated by '|', tabs by their GUIDs.
-  std::u16string MirrorText() const {
+  std::u16string MirrorText(const TTabbarFrame* frame = nullptr) const {
     std::u16string text;
-    for (TTabImageSection* section : *frame_->TabList()) {
+    for (TTabImageSection* section : *(frame ? frame : frame_.get())->TabList()) {
       text += u"|";
       for (TTabImageItem* tab : *section) text += tab->TabGuid() + u",";
     }

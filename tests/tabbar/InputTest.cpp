@@ -1,67 +1,13 @@
 // Mouse and touch reach the strip as window messages of its form, so hit
 // testing, capture and the scroll box take part as they do for a person.
 
-#include <optional>
-
-#include "runtime/MMTimerService.h"
 #include "tabbar/FlickWipeFeedbackWindow.h"
 #include "tabbar/HoldAndGoFeedbackForm.h"
-#include "tabbar/ParentFormFixture.h"
+#include "tabbar/InputFixture.h"
 #include "tabbar/TitleForm.h"
 
 namespace qx {
 namespace {
-
-class InputTest : public ParentFormTest {
- protected:
-  static constexpr TAlphaColor kIconColour = 0xFF2080C0;
-
-  // The toolkit's timers run on the system's clock, as they do in the module.
-  InputTest() {
-    CurrentTimerService();
-    timers_.emplace();
-  }
-  ~InputTest() override {
-    form_.reset();
-    timers_.reset();
-  }
-  TTabbarFrame& Strip(int tabs) {
-    group_ = host_.Model().Groups()[1].get();
-    // The host always has its default icon; without any icon the title popup stays away.
-    TBitmap icon(16, 16);
-    icon.Clear(kIconColour);
-    std::filesystem::create_directories(host_.Favicons().DefaultPath().parent_path());
-    icon.SaveToFile(host_.Favicons().DefaultPath().u16string());
-    for (int i = 0; i < tabs; ++i) {
-      TFakeOpenTab how;
-      how.Group = group_;
-      how.Activate = i == 0;
-      how.Title = u"Site " + FromUtf8(std::to_string(i));
-      host_.Model().OpenTab(u"https://site" + FromUtf8(std::to_string(i)) + u".example/", how);
-    }
-    MakeForm();
-    host_.Events().FireFromHost(u"Client.Initialized", {});
-    TTabbarFrame& frame = *form_->TabbarChildFrame();
-    frame.layoutSubviews(false);
-    return frame;
-  }
-  TPoint At(TTabImage* tab, float dx = 0) {
-    TPointF c = Centre(tab->Base());
-    return Screen({c.X + dx, c.Y});
-  }
-  void Send(std::uint32_t msg, TPoint at, WParam keys) { os_->InjectMouseAtScreen(msg, at, keys); }
-  void Press(TPoint at) { Send(win::WM_LBUTTONDOWN, at, win::MK_LBUTTON); }
-  void MoveTo(TPoint at) { Send(win::WM_MOUSEMOVE, at, win::MK_LBUTTON); }
-  void Release(TPoint at) { Send(win::WM_LBUTTONUP, at, 0); }
-  std::optional<TMMTimerServiceScope> timers_;
-
-  std::vector<TFakeEventRecord> Sent(std::u16string_view id) {
-    std::vector<TFakeEventRecord> out;
-    for (const auto& e : host_.Events().EventLog())
-      if (e.Id == id && !e.FromHost) out.push_back(e);
-    return out;
-  }
-};
 
 TEST_F(InputTest, APressWithoutSidewaysMovementSelectsAndADropOnItsOwnPlaceStillCommits) {
   TTabbarFrame& frame = Strip(4);
@@ -165,22 +111,7 @@ TEST_F(InputTest, TouchFlickDownClosesTheTabUnderItsStart) {
   TTabbarFrame& frame = Strip(3);
   TTabImage* second = frame.GetTabImages(1);
   const TPoint start = At(second);
-  // Raw touch as the system posts it to the form's window, each followed by the mouse it makes of it.
-  auto touch = [&](std::uint32_t flags, int dx, int dy) {
-    TouchInput input;
-    input.x = (start.X + dx) * 100;
-    input.y = (start.Y + dy) * 100;
-    input.dwID = 1;
-    input.dwFlags = flags | win::TOUCHEVENTF_PRIMARY;
-    os_->InjectTouch(form_->FormHandle(), std::vector<TouchInput>{input});
-    const std::uint32_t msg = (flags & win::TOUCHEVENTF_DOWN) ? win::WM_LBUTTONDOWN
-                              : (flags & win::TOUCHEVENTF_UP) ? win::WM_LBUTTONUP
-                                                              : win::WM_MOUSEMOVE;
-    os_->InjectMouseAtScreen(msg, {start.X + dx, start.Y + dy},
-                             (flags & win::TOUCHEVENTF_UP) ? 0 : win::MK_LBUTTON,
-                             static_cast<LParam>(win::MI_WP_TOUCH));
-    os_->ProcessMessages();
-  };
+  auto touch = [&](std::uint32_t flags, int dx, int dy) { Touch(flags, {start.X + dx, start.Y + dy}); };
   touch(win::TOUCHEVENTF_DOWN, 0, 0);
   touch(win::TOUCHEVENTF_MOVE, 0, 29);
   EXPECT_EQ(frame.FlickingTab(), nullptr);
