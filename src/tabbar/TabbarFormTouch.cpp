@@ -78,11 +78,6 @@ void TTabbarFrame::TouchEventUp(float x, float y) {
 }
 
 void TTabbarFrame::TabTouchMouseDown(float x, float y) {
-  // A pan the system recognises only after the finger's drag began must not move the strip.
-  if (FdragTarget) {
-    FTabScrollBox->AniCalculations().Stop();
-    return;
-  }
   TTabImage* tab = TabImageAtPoint({x, y});
   FActivatingTab = tab;
   SetActiveTabImage(tab, true);

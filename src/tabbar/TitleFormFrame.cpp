@@ -19,6 +19,8 @@ std::uint32_t Now() { return Platform().GetTickCount(); }
 }  // namespace
 
 void TTabbarFrame::ShowTabTitle(TTabImage* tab, bool animated) {
+  // The title would also yield to the landing plug-in's own popup, but the host's plug-in
+  // catalogue offers no object or operation through which to ask whether it shows.
   if (FParentForm && FParentForm->ShowingTabgroupBar()) return;
   if (ICabinetIconBar* bar = GetCabinetIconBar(); bar && bar->MouseInCabinetBar()) return;
   if (!FTitleForm)

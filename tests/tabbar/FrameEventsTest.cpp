@@ -45,6 +45,7 @@ TEST_F(FrameEventsTest, GroupEventsCountOnlyForTheShownGroupAfterTimingAfter) {
   EXPECT_EQ(MirrorText(), HostText());
   TFakeTab* second = Open(u"https://b.example/", -1, false);
   host_.Model().Activate(second);
+  EXPECT_EQ(frame.TabImageCount(), 1);
   EXPECT_EQ(frame.ActiveTab(), ImageOf(first));
   host_.Events().FireFromHost(u"Client.Initialized", {});
   EXPECT_EQ(frame.ActiveTab(), ImageOf(second));

@@ -131,32 +131,6 @@ TEST_F(FrameTest, AMoveToAnotherSectionReusesTheImages) {
   EXPECT_EQ(frame.GetTabImages(1), before[2]);
 }
 
-TEST_F(FrameTest, UpdateTabbarDuringADragWaitsForTheDrop) {
-  Open();
-  TTabbarFrame& frame = MakeFrame();
-  frame.UpdateTabbar(true, false);
-  frame.SetWaitUpdateTabbar(true);
-  Open();
-  frame.UpdateTabbar(true, true);
-  EXPECT_EQ(frame.TabImageCount(), 1);
-  frame.SetWaitUpdateTabbar(false);
-  frame.UpdateTabbar(false, true);
-  EXPECT_EQ(MirrorText(), HostText());
-}
-
-TEST_F(FrameTest, TheHostsTabGroupEventsKeepTheMirrorCurrent) {
-  MakeFrame();
-  Open();
-  // Before the host says it is up, its events are left alone; the sync then catches up.
-  EXPECT_EQ(MirrorText(), u"");
-  host_.Events().FireFromHost(u"Client.Initialized", {});
-  EXPECT_EQ(MirrorText(), HostText());
-  TFakeTab* second = Open();
-  host_.Model().CloseTab(second);
-  Open(u"about:blank", 1);
-  EXPECT_EQ(MirrorText(), HostText());
-}
-
 TEST_F(FrameTest, SelectionIsSentToTheHostOnlyWhenItDiffersFromTheHosts) {
   Open();
   TFakeTab* second = Open();

@@ -57,7 +57,7 @@ TEST_F(InputTest, ADraggedTabPassesItsNeighbourEvenAfterLeavingTheWindowAndComin
   EXPECT_EQ(wrap_->TabGuid(group_->FlatTabs()[1].get()), movedGuid);
 }
 
-TEST_F(InputTest, CaptureTakenByAnotherWindowEndsTheDragWithNothingLeftBehind) {
+TEST_F(InputTest, ADragEndedByLostCaptureOrOverATabTheHostClosedLeavesNothingBehind) {
   TTabbarFrame& frame = Strip(3);
   TTabImage* first = frame.GetTabImages(0);
   Press(At(first));
@@ -72,10 +72,28 @@ TEST_F(InputTest, CaptureTakenByAnotherWindowEndsTheDragWithNothingLeftBehind) {
   EXPECT_EQ(group_->MoveCalls().size(), 1u);
   os_->ReleaseCapture();
   os_->DestroyWindow(menu);
+
+  // The host closes the dragged tab: the sync waits for the drop, which commits nothing of it.
+  TTabImage* second = frame.GetTabImages(1);
+  const TPoint p = At(second);
+  Press(p);
+  MoveTo({p.X + 6, p.Y});
+  ASSERT_EQ(frame.DragTarget(), second);
+  host_.Model().CloseTab(group_->FlatTabs()[1].get());
+  os_->ProcessMessages();
+  EXPECT_EQ(frame.TabImageCount(), 3);
+  MoveTo({p.X + 120, p.Y});
+  Release({p.X + 120, p.Y});
+  EXPECT_EQ(frame.DragTarget(), nullptr);
+  EXPECT_FALSE(frame.WaitUpdateTabbar());
+  EXPECT_EQ(frame.GetLayout()->draggingTab(), nullptr);
+  EXPECT_EQ(group_->MoveCalls().size(), 1u);
+  EXPECT_EQ(MirrorText(&frame), HostText());
+
   // The next press starts afresh.
-  Press(At(frame.GetTabImages(2)));
-  Release(At(frame.GetTabImages(2)));
-  EXPECT_EQ(frame.ActiveTab(), frame.GetTabImages(2));
+  Press(At(frame.GetTabImages(1)));
+  Release(At(frame.GetTabImages(1)));
+  EXPECT_EQ(frame.ActiveTab(), frame.GetTabImages(1));
 }
 
 TEST_F(InputTest, ClickSettingsDecideWhatMiddleAndDoubleClicksDo) {
@@ -179,7 +197,7 @@ TEST_F(InputTest, HoldAndGoPlacesItsFeedbackAroundTheHostsPointAndWaitsBeforeSho
   EXPECT_TRUE(os_->IsWindowVisible(feedback->FormHandle()));
 }
 
-TEST_F(InputTest, HoverAndTitlePopupFollowThePointerAndEndWhenItLeavesTheStrip) {
+TEST_F(InputTest, HoverAndTitlePopupFollowThePointerAndEndWithTheTabOrWhenThePointerLeaves) {
   TTabbarFrame& frame = Strip(3);
   TTabImage* second = frame.GetTabImages(1);
   Send(win::WM_MOUSEMOVE, At(second), 0);
@@ -204,6 +222,15 @@ TEST_F(InputTest, HoverAndTitlePopupFollowThePointerAndEndWhenItLeavesTheStrip) 
   EXPECT_EQ(popup->CurrentTabId(), third->TabGuid());
   EXPECT_EQ(popup->lbTitle()->Text, u"Site 2");
   EXPECT_GT(popup->Left(), kHostX + tab.Right - popup->Width() / 2.0);
+
+  // The host closes the hovered tab: its title goes with it, and the next move hovers what is there.
+  host_.Model().CloseTab(group_->FlatTabs()[2].get());
+  os_->ProcessMessages();
+  EXPECT_EQ(frame.HoveredTab(), nullptr);
+  EXPECT_FALSE(popup->Visible());
+  Send(win::WM_MOUSEMOVE, At(second), 0);
+  EXPECT_EQ(frame.HoveredTab(), second);
+  EXPECT_EQ(popup->CurrentTabId(), second->TabGuid());
 
   Send(win::WM_MOUSEMOVE, {kHostX + 5, kHostY + 150}, 0);
   os_->ProcessMessages();
