@@ -26,18 +26,6 @@ TTabImageSection* AddSectionWith(TTabImageSectionList& list, std::initializer_li
   return section;
 }
 
-TEST(TabImage, HasTheFixedSize) {
-  EXPECT_EQ(TTabImage::size(), TSizeD(98, 49));
-  TTabImage tab;
-  EXPECT_EQ(tab.Index(), -1);
-  EXPECT_EQ(tab.SectionIndex(), -1);
-  EXPECT_EQ(tab.Section(), nullptr);
-  EXPECT_FALSE(tab.IsActive());
-  tab.SetOnGetActive([](const TTabImageItem&) { return true; });
-  EXPECT_TRUE(tab.IsActive());
-  EXPECT_EQ(AsTabImage(&tab), &tab);
-}
-
 TEST(TabImageSection, StandaloneSectionRenumbersItsTabs) {
   auto tabs = MakeTabs(3);
   TTabImageSection section;

@@ -66,7 +66,8 @@ class TabImageTest : public TabImageHostFixture {
     skinDir_ = dir_ / "skin";
     fs::create_directories(skinDir_);
     for (const TSkinPicture& picture : kSkin) {
-      MakeThumbnail(picture.Color, picture.Width, picture.Height)->SaveToFile(skinDir_ / (std::string(picture.Key) + ".png"));
+      MakeThumbnail(picture.Color, picture.Width, picture.Height)
+          ->SaveToFile(skinDir_ / (std::string(picture.Key) + ".png"));
     }
     imageRes_ = std::make_unique<TTabbarImageRes>(skinDir_.u16string());
     thumbDir_ = dir_ / "thumbnail";
@@ -102,10 +103,12 @@ class TabImageTest : public TabImageHostFixture {
 
 TEST_F(TabImageTest, BuildsItsLayersInOrderAtTheFixedSize) {
   auto tab = MakeTab(nullptr);
+  EXPECT_EQ(TTabImage::size(), TSizeD(98, 49));
   EXPECT_EQ(tab->Width(), 98);
   EXPECT_EQ(tab->Height(), 49);
   EXPECT_EQ(tab->Index(), -1);
   EXPECT_EQ(tab->SectionIndex(), -1);
+  EXPECT_EQ(tab->Section(), nullptr);
   EXPECT_EQ(tab->DragOffset(), 0);
   EXPECT_FALSE(tab->Positioned());
 
@@ -203,7 +206,8 @@ TEST_F(TabImageTest, FinalPositionRectangleUsesTheSlidesGoal) {
   EXPECT_EQ(rect, TRectF(300, 5, 398, 54));
   tab->TabImageAbsoluteRect(false, rect);
   EXPECT_LT(rect.Left, 300);
-  EXPECT_EQ(tab->TabImageParentedRectD(), TRectD(TPointD(tab->Position().X(), 5), TPointD(tab->Position().X() + 98, 54)));
+  EXPECT_EQ(tab->TabImageParentedRectD(),
+            TRectD(TPointD(tab->Position().X(), 5), TPointD(tab->Position().X() + 98, 54)));
   // The scroll box stands at x 30 of the same parent-less space.
   EXPECT_EQ(tab->GetScrollLeft(2), tab->Position().X() - 30 + 2);
   EXPECT_EQ(tab->GetScrollRight(0), tab->Position().X() - 30 + 98);
