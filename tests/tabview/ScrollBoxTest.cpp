@@ -318,8 +318,9 @@ TEST_F(ScrollBoxTest, UpdateCountHoldsBackChangeNotifications) {
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(ScrollBoxTest, PanGestureDrivesTheCalculations) {
+TEST_F(ScrollBoxTest, TouchOnTheFormsWindowPansTheBoxAndOtherGesturesGoToTheBase) {
   TForm form;
+  form.SetBounds(0, 0, 300, 150);
   StripBox box;
   box.SetParent(&form);
   Fill(box, 1000, 100);
@@ -333,57 +334,38 @@ TEST_F(ScrollBoxTest, PanGestureDrivesTheCalculations) {
     otherGestures += info.GestureID;
     handled = true;
   };
-  TGestureEventInfo pan;
-  pan.GestureID = 260;
-  pan.Location = {170, 60};
-  pan.Flags = gf::Begin;
-  box.CMGesture(pan);
-  EXPECT_TRUE(ani.Down());
-  EXPECT_EQ(touches, (std::vector<TPointF>{{150, 50}}));
-  pan.Flags = 0;
-  pan.Location = {120, 60};
-  box.CMGesture(pan);
-  EXPECT_EQ(ani.ViewportPosition().X, 50);
-  pan.Flags = gf::End;
-  box.CMGesture(pan);
-  EXPECT_FALSE(ani.Down());
-  // An end without a press changes nothing.
-  box.CMGesture(pan);
-  TGestureEventInfo zoom;
-  zoom.GestureID = 261;
-  box.CMGesture(zoom);
-  EXPECT_EQ(otherGestures, 261);
-  EXPECT_EQ(box.GestureState().GestureID, 261);
-  box.CMGesture(pan);
-  EXPECT_EQ(box.GestureState().GestureID, 0);
-  EXPECT_TRUE(box.Touch().Has(TInteractiveGesture::Pan));
-  EXPECT_TRUE(box.TouchEnabled());
-}
-
-TEST_F(ScrollBoxTest, TouchOnTheFormsWindowPansTheBox) {
-  TForm form;
-  form.SetBounds(0, 0, 200, 100);
-  StripBox box;
-  box.SetParent(&form);
-  Fill(box, 1000, 100);
-  box.AniCalculations().TouchTracking = ttrack::Horizontal;
   form.Show();
   HWnd hwnd = form.Handle();
   ASSERT_TRUE(os_->RegisterTouchWindow(hwnd, 0));
   auto touch = [&](int x, std::uint32_t flags) {
     TouchInput point;
     point.x = x * 100;
-    point.y = 50 * 100;
+    point.y = 60 * 100;
     point.dwFlags = flags | win::TOUCHEVENTF_PRIMARY;
     os_->InjectTouch(hwnd, {point});
   };
-  touch(150, win::TOUCHEVENTF_DOWN);
-  touch(140, win::TOUCHEVENTF_MOVE);
-  EXPECT_TRUE(box.AniCalculations().Down());
-  touch(90, win::TOUCHEVENTF_MOVE);
-  EXPECT_EQ(box.AniCalculations().ViewportPosition().X, 50);
-  touch(90, win::TOUCHEVENTF_UP);
-  EXPECT_FALSE(box.AniCalculations().Down());
+  touch(170, win::TOUCHEVENTF_DOWN);
+  touch(160, win::TOUCHEVENTF_MOVE);
+  // The pan begins where it is recognised, in the box's own coordinates.
+  EXPECT_TRUE(ani.Down());
+  EXPECT_EQ(touches, (std::vector<TPointF>{{140, 50}}));
+  touch(110, win::TOUCHEVENTF_MOVE);
+  EXPECT_EQ(ani.ViewportPosition().X, 50);
+  touch(110, win::TOUCHEVENTF_UP);
+  EXPECT_FALSE(ani.Down());
+  // Other gestures go to the base and are kept; the next pan clears them.
+  TGestureEventInfo zoom;
+  zoom.GestureID = 261;
+  box.CMGesture(zoom);
+  EXPECT_EQ(otherGestures, 261);
+  EXPECT_EQ(box.GestureState().GestureID, 261);
+  TGestureEventInfo pan;
+  pan.GestureID = 260;
+  pan.Flags = gf::End;
+  box.CMGesture(pan);
+  EXPECT_EQ(box.GestureState().GestureID, 0);
+  EXPECT_TRUE(box.Touch().Has(TInteractiveGesture::Pan));
+  EXPECT_TRUE(box.TouchEnabled());
 }
 
 TEST_F(ScrollBoxTest, MouseUpEventsWrapTheBaseAndSizeChangesAreTold) {
