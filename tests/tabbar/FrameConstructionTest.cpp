@@ -78,20 +78,6 @@ TEST_F(FrameTest, AFailedThumbnailFolderIsSwallowed) {
   EXPECT_EQ(frame.TabImageCount(), 1);
 }
 
-TEST_F(FrameTest, TabsWithoutTitleOrFaviconAndDamagedThumbnailsStillShow) {
-  TFakeTab* bare = Open(u"about:blank");
-  TFakeTab* damaged = Open(u"https://example.com/");
-  TTabbarFrame& frame = MakeFrame();
-  std::ofstream(fs::path(frame.ThumbnailDirectory()) / (GuidOf(damaged) + u".png"), std::ios::binary)
-      << "not a png";
-  frame.UpdateTabbar(true, false);
-  ASSERT_EQ(frame.TabImageCount(), 2);
-  EXPECT_FALSE(frame.GetTabImages(0)->HasThumbnail());
-  EXPECT_FALSE(frame.GetTabImages(1)->HasThumbnail());
-  EXPECT_EQ(frame.GetTabImages(0)->TabGuid(), GuidOf(bare));
-  frame.SaveThumbnailCache();
-}
-
 // Every raw reference the frame keeps of a tab image, set to one tab that then goes away.
 TEST_F(FrameTest, ATabFreedWhileReferencedLeavesNoReferenceBehind) {
   Open();
