@@ -40,16 +40,18 @@ std::filesystem::path TLiveSession::RecordFile() const {
 bool TLiveSession::Start() {
   FScenario.PrepareHost();
   FHistory.push_back(Step(TLiveStepKind::PrepareHost));
-  if (Failed(FScenario.CreateStrip(FLoader)) || !FScenario.ControlWindow()) return false;
-  FHistory.push_back(Step(TLiveStepKind::CreateStrip));
-  FInput = std::make_unique<TLiveInput>(FScenario.MainWindow(), FScenario.ControlWindow(), Width(), Height());
   FKeys = std::make_unique<TLiveKeys>(FScenario, kFirstFreePage);
+  // A crowded session comes up as a browser restores one: the tabs are there before the strip.
   if (FOptions.Tabs > kHostPages) {
     TLiveStep add = Step(TLiveStepKind::AddPages);
     add.First = kFirstFreePage;
     add.Last = kFirstFreePage + FOptions.Tabs - kHostPages - 1;
-    Play(add);
+    FKeys->Apply(add);
+    FHistory.push_back(add);
   }
+  if (Failed(FScenario.CreateStrip(FLoader)) || !FScenario.ControlWindow()) return false;
+  FHistory.push_back(Step(TLiveStepKind::CreateStrip));
+  FInput = std::make_unique<TLiveInput>(FScenario.MainWindow(), FScenario.ControlWindow(), Width(), Height());
   FScenario.Settle(0);
   if (!FOptions.RecordFile.empty()) FRecorder.Start(Now(), FHistory);
   return true;

@@ -87,13 +87,22 @@ void TLiveWindow::Run() {
           ? mode.refresh_rate
           : 60;
   const std::uint64_t interval = 1000 / static_cast<std::uint64_t>(rate);
+  std::uint64_t frames = 0, busy = 0, slowest = 0;
   for (;;) {
     const std::uint64_t start = SDL_GetTicks64();
     if (!Frame()) break;
+    const std::uint64_t took = SDL_GetTicks64() - start;
+    ++frames;
+    busy += took;
+    slowest = std::max(slowest, took);
     // Without vsync the renderer does not wait for the display; the loop does.
-    const std::uint64_t spent = SDL_GetTicks64() - start;
-    if (!FVsync && spent < interval) SDL_Delay(static_cast<std::uint32_t>(interval - spent));
+    if (!FVsync && took < interval) SDL_Delay(static_cast<std::uint32_t>(interval - took));
   }
+  // How responsive the window was (with vsync a frame includes its wait for the display).
+  if (frames)
+    std::printf("live window: %llu frames, %llu ms of work each on average, %llu ms at most\n",
+                static_cast<unsigned long long>(frames), static_cast<unsigned long long>(busy / frames),
+                static_cast<unsigned long long>(slowest));
 }
 
 int RunLiveWindow(TModuleLoader& loader, const TLiveOptions& options) {
@@ -108,11 +117,13 @@ int RunLiveWindow(TModuleLoader& loader, const TLiveOptions& options) {
     std::printf("live window: no display (%s)\n", error.c_str());
     return -1;
   }
+  const std::uint64_t start = SDL_GetTicks64();
   if (!session.Start()) {
     std::printf("live window: the strip's control was not created\n");
     return 1;
   }
-  std::printf("live window: %s\n", kLiveKeysHelp);
+  std::printf("live window: ready in %llu ms\n  %s\n",
+              static_cast<unsigned long long>(SDL_GetTicks64() - start), kLiveKeysHelp);
   window.Run();
   session.Finish();
   return 0;
