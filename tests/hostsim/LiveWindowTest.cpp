@@ -104,7 +104,7 @@ TEST_F(LiveWindowTest, KeysSelectAndAClickOnATabSelectsItInTheHost) {
   EXPECT_FALSE(Frames(1));
 }
 
-TEST_F(LiveWindowTest, AWheelTurnOverACrowdedStripScrollsIt) {
+TEST_F(LiveWindowTest, AWheelTurnOverACrowdedStripScrollsItAndAnAddedPageIsSelected) {
   TLiveOptions options;
   options.Tabs = 60;
   Open(options);
@@ -125,6 +125,9 @@ TEST_F(LiveWindowTest, AWheelTurnOverACrowdedStripScrollsIt) {
   Click(InStrip(20));
   ASSERT_TRUE(Frames(30));
   EXPECT_NE(Active(), 1) << "the strip moved on: another tab is at its left end";
+  Key(SDLK_a);
+  ASSERT_TRUE(Frames(5));
+  EXPECT_EQ(Active(), 64) << "the added page comes after the sixty tabs and is selected";
 }
 
 TEST_F(LiveWindowTest, ARecordingWritesTheSessionAndWhatThePersonDidAsAScenarioFile) {
