@@ -2,12 +2,16 @@
 // the fake browser, plays the built-in scenario and reports what the module answered.
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
 
 #include "ModuleLoader.h"
 #include "StripScenario.h"
+#if defined(QX_HOSTSIM_LIVE)
+#include "LiveWindow.h"
+#endif
 #include "base/Text.h"
 #include "fakehost/FakeHost.h"
 #include "host/WrapV3Intf.h"
@@ -25,6 +29,10 @@ struct TOptions {
   std::string ModulePath;
   std::string OutDir = "hostsim-out";
   std::string SkinDir = QX_DEFAULT_SKIN_DIR;
+  // The live window: --live, --tabs N, --record FILE.
+  bool Live = false;
+  int Tabs = 0;
+  std::string RecordFile;
 };
 
 std::string HResultText(HResult status) {
@@ -91,6 +99,17 @@ int Run(const TOptions& options) {
               reinterpret_cast<void*>(loader.EnumPlugin()), reinterpret_cast<void*>(loader.GetPlugin()),
               loader.GetFunction()("QxGetPlugin"));
   for (const std::string& id : ids) host.RegisterPlugin(id, nullptr);
+  if (options.Live) {
+#if defined(QX_HOSTSIM_LIVE)
+    TLiveOptions live;
+    live.Tabs = options.Tabs;
+    live.RecordFile = options.RecordFile;
+    live.OutDir = options.OutDir;
+    live.SkinDir = options.SkinDir;
+    if (const int status = RunLiveWindow(loader, live); status >= 0) return status;
+#endif
+    std::printf("no live window: running headless\n");
+  }
   return PlayStrip(loader, options);
 }
 
@@ -107,8 +126,15 @@ int main(int argc, char** argv) {
       options.OutDir = argv[++i];
     } else if (arg == "--skin" && i + 1 < argc) {
       options.SkinDir = argv[++i];
+    } else if (arg == "--live") {
+      options.Live = true;
+    } else if (arg == "--tabs" && i + 1 < argc) {
+      options.Tabs = std::atoi(argv[++i]);
+    } else if (arg == "--record" && i + 1 < argc) {
+      options.RecordFile = argv[++i];
     } else if (arg == "--help") {
-      std::printf("usage: hostsim [--module PATH] [--out DIR] [--skin DIR]\n");
+      std::printf(
+          "usage: hostsim [--module PATH] [--out DIR] [--skin DIR] [--live [--tabs N] [--record FILE]]\n");
       return 0;
     } else {
       std::fprintf(stderr, "hostsim: unknown argument %s\n", arg.c_str());

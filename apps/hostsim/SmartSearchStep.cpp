@@ -76,6 +76,8 @@ TPoint ToScreen(HWnd window, TPoint client) {
 
 }  // namespace
 
+void ConfigureSmartSearch(TFakeHost& host) { ConfigureEngines(host); }
+
 void PlaySmartSearchSteps(TStripScenario& scenario, const TSnap& snap) {
   TFakeHost& host = scenario.Host();
   TFakeTabGroup* group = host.Model().ActiveGroup();

@@ -10,4 +10,7 @@ namespace qx {
 // Runs after the strip's own steps; the popup is hidden again at the end.
 void PlaySmartSearchSteps(TStripScenario& scenario, const TSnap& snap);
 
+// Smart search on, with the engines and texts the steps use; for the live window's keys.
+void ConfigureSmartSearch(TFakeHost& host);
+
 }  // namespace qx

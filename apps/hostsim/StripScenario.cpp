@@ -1,6 +1,7 @@
 #include "StripScenario.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 #include "ContactSheet.h"
@@ -56,11 +57,15 @@ std::u16string TStripScenario::GuidOfPage(int number) const { return GuidToStrin
 
 int TStripScenario::ActivePage() const {
   TFakeTabGroup* group = FHost.Model().ActiveGroup();
-  for (int number = 1; number <= kLastPage && group; ++number) {
-    TFakeTab* tab = TabOfPage(FHost, number);
-    if (tab && tab == group->ActiveTab()) return number;
-  }
-  return 0;
+  TFakeTab* tab = group ? group->ActiveTab() : nullptr;
+  if (!tab) return 0;
+  // A page's number ends its GUID, so a crowded host is not searched page by page.
+  const std::u16string guid = tab->GuidText();
+  const int number =
+      guid.size() > 5
+          ? static_cast<int>(std::strtol(ToUtf8(guid.substr(guid.size() - 5, 4)).c_str(), nullptr, 16))
+          : 0;
+  return number > 0 && GuidOfPage(number) == guid ? number : 0;
 }
 
 void TStripScenario::PrepareHost() {

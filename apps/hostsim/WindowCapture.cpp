@@ -1,5 +1,6 @@
 #include "WindowCapture.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "platform/portable/PortableOs.h"
@@ -11,12 +12,11 @@ namespace {
 void CopyPixels(const TWindowPixels& pixels, TBitmap& target) {
   const int width = std::min(pixels.width, target.Width());
   const int height = std::min(pixels.height, target.Height());
+  // Row by row: the live window copies every window's pixels each frame.
+  std::uint32_t* bits = target.Bits();
   for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x)
-      target.Bits()[static_cast<std::size_t>(y) * static_cast<std::size_t>(target.Width()) +
-                    static_cast<std::size_t>(x)] =
-          pixels.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(pixels.width) +
-                        static_cast<std::size_t>(x)];
+    std::copy_n(pixels.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(pixels.width),
+                width, bits + static_cast<std::size_t>(y) * static_cast<std::size_t>(target.Width()));
 }
 
 // Children front to back, as the system keeps them.
