@@ -107,8 +107,7 @@ class TFakeHost {
  private:
   void RegisterServices();
   void RegisterReactions();
-  void React(std::u16string_view eventId,
-             std::function<void(IQxIStringDictionary*, std::vector<std::u16string>&)> f);
+  void React(std::u16string_view eventId, std::function<void(IQxIStringDictionary*, std::vector<std::u16string>&)> f);
 
   ComPtr<TFakeServiceCore> core_;
   ComPtr<TFakePluginService> plugins_;
