@@ -58,4 +58,6 @@ HResult QX_STDCALL TFakeCabinetManager::GetDisplayTitle(IQxITab* tab, IQxIString
   return kOk;
 }
 
+HResult QX_STDCALL TFakeCabinetManager::GetCabinetState() { return showing_ && showing_() ? kOk : kFail; }
+
 }  // namespace qx

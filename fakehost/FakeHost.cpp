@@ -64,6 +64,8 @@ ComPtr<IUnknown> Opaque() {
 }  // namespace
 
 void TFakeHost::RegisterServices() {
+  auto cabinet = MakeCom<TFakeCabinetManager>();
+  cabinet->SetShowingQuery([this] { return inCabinet_; });
   const std::pair<std::string_view, ComPtr<IUnknown>> objects[] = {
       {"PluginService", AsUnknown(plugins_)},
       {"GraphicsService", Opaque<IQxIGraphicsService>()},
@@ -94,7 +96,7 @@ void TFakeHost::RegisterServices() {
       {"UserAgentManager", Opaque<IQxIUserAgentManager>()},
       {"XmlWidgetPopup", AsUnknown(popups_)},
       {"InputHandler", Opaque<IQxIInputHandler>()},
-      {"CabinetManager", AsUnknown(MakeCom<TFakeCabinetManager>())},
+      {"CabinetManager", AsUnknown(cabinet)},
       {"ClientWidgetFactory", AsUnknown(widgetFactory_)},
       {"MigemoSearchPlugin", Opaque<IQxIMigemoSearchPlugin>()},
   };
@@ -135,6 +137,10 @@ void TFakeHost::SetInCabinet(bool in) {
   if (in == inCabinet_) return;
   inCabinet_ = in;
   events_->FireFromHost(in ? u"QxCabinetDataManager.Cabinet.Enter" : u"QxCabinetDataManager.Cabinet.Exit", {});
+}
+
+void TFakeHost::ReportCabinetDrag(std::u16string_view dragInfo) {
+  events_->FireFromHost(u"Cabinet.DragAndDrop", {{u"drag-info", std::u16string(dragInfo)}});
 }
 
 void TFakeHost::React(std::u16string_view eventId,

@@ -73,6 +73,8 @@ class TFakeHost {
   void SetUserAgent(std::u16string text) { userAgent_ = std::move(text); }
   bool InCabinet() const { return inCabinet_; }
   void SetInCabinet(bool in);
+  // The cabinet page reports a drag: dragInfo is the JSON text of "drag-info".
+  void ReportCabinetDrag(std::u16string_view dragInfo);
   const std::vector<TFakeParams>& MenuOpens() const { return menuOpens_; }
   const std::u16string& SearchBoxText() const { return searchBoxText_; }
 

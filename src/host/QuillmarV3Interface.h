@@ -555,6 +555,8 @@ struct IQxICabinetManager : IUnknown {
   virtual HResult QX_STDCALL HasCabinetIcon(IQxITab* tab) = 0;                      // 1
   virtual HResult QX_STDCALL GetDomainId(IQxITab* tab, IQxIString** domain) = 0;     // 2
   virtual HResult QX_STDCALL GetDisplayTitle(IQxITab* tab, IQxIString** title) = 0;  // 3
+  // 0 while the cabinet screen is showing.
+  virtual HResult QX_STDCALL GetCabinetState() = 0;  // 4
 };
 
 // The search engines: searches for a keyword with the engine of that id. The options

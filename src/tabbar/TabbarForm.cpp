@@ -300,7 +300,10 @@ void TTabbarFrame::ForgetTabReferences(const TFmxObject* object) {
 
 // ---- buttons
 
-void TTabbarFrame::btnGroupClick(TFmxObject* /*sender*/) { SendCabinetToggle(); }
+void TTabbarFrame::btnGroupClick(TFmxObject* /*sender*/) {
+  SendCabinetToggle();
+  StartCabinetCheckTimer();
+}
 
 void TTabbarFrame::btnAddTabClick(TFmxObject* /*sender*/) { SendNewTab(); }
 

@@ -19,6 +19,7 @@
 #include "resources/TabbarImageRes.h"
 #include "runtime/DelayExec.h"
 #include "runtime/MMTimerFMX.h"
+#include "tabview/CabinetDnDIntf.h"
 #include "tabview/CabinetIconBarIntf.h"
 #include "tabview/TabGroupViewLayout.h"
 #include "tabview/TabImage.h"
@@ -37,7 +38,6 @@ namespace qx {
 
 class TTabbarParentForm;
 class TTitleForm;
-class TCabinetDnDForm;
 class THoldAndGoFeedbackForm;
 class TFlickWipeFeedbackWindow;
 
@@ -169,6 +169,17 @@ class TTabbarFrame : public TFrame {
   TTimer* HideTitleTimer() const { return FHideTitleTimer; }
   TTabImage* FlickingTab() const { return FFlickingTab; }
 
+  // ---- cabinet mode: the group bar follows the host's cabinet screen, and the page's
+  // drags become the floating drag window
+  void StartCabinetCheckTimer();
+  // The exit button of the group bar: the page is asked to close the cabinet.
+  void btnExitCabinetClick();
+  bool CabinetDragging() const;
+  bool IsCabinetTab(TTabImage* tab);
+  ICabinetDnDWindow* CabinetDnDWindow() const { return FCabinetDnDForm.get(); }
+  TTimer* tmCheckCabinetMode() const { return FtmCheckCabinetMode; }
+  std::int32_t CabinetCheckTimerCounter() const { return FCabinetCheckTimerCounter; }
+
   const TPropertyTable& Properties() const override { return ClassProperties(); }
   static const TPropertyTable& ClassProperties();
 
@@ -214,8 +225,13 @@ class TTabbarFrame : public TFrame {
   void ProcessCabinetDragAndDrop(IQxIStringDictionaryWrap* parameters);
   void ProcessCabinetCreateBlurImage(IQxIStringDictionaryWrap* parameters);
   void ShowTabGroupbarIfHidden();
+  void HideTabGroupbarIfShown();
   void RegisterNewTabMenu();
-  bool IsCabinetTab(TTabImage* tab);
+  void tmCheckCabinetModeTimer();
+  void RunScriptInActiveTab(std::u16string_view code);
+  void CabinetDragImageHideNotify(const std::u16string& id);
+  ICabinetDnDWindow* NeedCabinetDnDWindow();
+  void SendChangeGroupOfTabs(const std::u16string& id, std::int32_t group);
 
   // Thumbnails.
   void RunUpdateImageTask(const std::u16string& guid);
@@ -323,7 +339,7 @@ class TTabbarFrame : public TFrame {
   std::unique_ptr<TTraceLog> FTraceLog;
   ComPtr<IServiceCoreWrap> FServiceCore;
   TTitleForm* FTitleForm = nullptr;
-  TCabinetDnDForm* FCabinetDnDForm = nullptr;
+  std::unique_ptr<ICabinetDnDWindow> FCabinetDnDForm;
   TMouseButton FLastMouseDownButton = TMouseButton::mbLeft;
   TTabImage* FActiveTab = nullptr;
   TTabImage* FHoveredTab = nullptr;

@@ -168,26 +168,11 @@ void TTabbarFrame::FaviconUpdated(TFaviconCacheFMX* /*sender*/, const TString& u
     FTitleForm->UpdateFavicon(favicon->GetBitmap());
 }
 
-// ---- behaviours that arrive with touch, the title popup, the new-tab menu and the cabinet mode
-
-void TTabbarFrame::ProcessCabinetDragAndDrop(IQxIStringDictionaryWrap* /*parameters*/) {}
-
-void TTabbarFrame::ProcessCabinetCreateBlurImage(IQxIStringDictionaryWrap* /*parameters*/) {}
-
-void TTabbarFrame::ShowTabGroupbarIfHidden() {}
-
-void TTabbarFrame::CheckCabinetStartupScreen() {}
-
 void TTabbarFrame::RegisterNewTabMenu() {
   if (!FServiceCore) return;
   ComPtr<IQxIXmlElement> root;
   if (FServiceCore->LoadXmlElement(kNewTabPopupMenuPath, root) && root)
     RegisterPopupMenu(FServiceCore.get(), popup_menu_id::NewTab, root.get());
-}
-
-bool TTabbarFrame::IsCabinetTab(TTabImage* /*tab*/) {
-  // The cabinet manager offers no question for this yet.
-  return false;
 }
 
 }  // namespace qx

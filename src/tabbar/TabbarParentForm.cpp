@@ -9,6 +9,7 @@
 #include "resources/TabbarImageRes.h"
 #include "tabbar/OleDropItems.h"
 #include "tabbar/TabbarParentFormDesign.h"
+#include "tabbar/TabbarForm.h"
 #include "toolkit/Canvas.h"
 
 namespace qx {
@@ -96,6 +97,10 @@ void TTabbarParentForm::FindParts() {
   TabGroupbarExitButtonBack_ = Part<TImage>(this, u"TabGroupbarExitButtonBack");
   TabGroupbarExitButtonBackBottom_ = Part<TImage>(this, u"TabGroupbarExitButtonBackBottom");
   btnExitCabinet_ = Part<TImageButton>(this, u"btnExitCabinet");
+  // Leaving the cabinet screen is the page's business; the frame asks it.
+  btnExitCabinet_->OnClick = [this](TFmxObject*) {
+    if (FTabbarChildFrame_) FTabbarChildFrame_->btnExitCabinetClick();
+  };
   for (int i = 0; i < kTabGroupCount; ++i) {
     TGroupParts& g = FGroups[static_cast<std::size_t>(i)];
     g.Layout = Part<TGroupLayout>(this, Indexed(u"GroupLayout_", i));
