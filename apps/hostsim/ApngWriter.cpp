@@ -43,7 +43,8 @@ std::vector<std::uint8_t> CompressedRows(const TBitmap& frame, int width, int he
   }
   uLongf size = compressBound(static_cast<uLong>(raw.size()));
   std::vector<std::uint8_t> packed(size);
-  if (compress2(packed.data(), &size, raw.data(), static_cast<uLong>(raw.size()), Z_BEST_SPEED) != Z_OK)
+  if (compress2(packed.data(), &size, raw.data(), static_cast<uLong>(raw.size()), Z_DEFAULT_COMPRESSION) !=
+      Z_OK)
     return {};
   packed.resize(size);
   return packed;

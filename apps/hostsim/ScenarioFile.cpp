@@ -151,8 +151,10 @@ class TStepReader {
   std::int32_t FColumn;
 };
 
-TScenarioStep ReadStep(IJSONValue& value, std::size_t index, const TPositions& positions) {
-  const auto where = positions.find(&value);
+// A step that is no object has no place of its own: the list's is given.
+TScenarioStep ReadStep(IJSONValue& value, std::size_t index, const TPositions& positions, IJSONValue* list) {
+  auto where = positions.find(&value);
+  if (where == positions.end()) where = positions.find(list);
   const std::int32_t line = where != positions.end() ? where->second.first : 0;
   const std::int32_t column = where != positions.end() ? where->second.second : 0;
   ComPtr<IJSONObject> object = value.AsObject();
@@ -218,7 +220,8 @@ TScenario ReadTree(IJSONValue& root, const TPositions& positions) {
   ComPtr<IJSONArray> steps = object->GetArray(u"steps");
   if (!steps) throw TBadFile{1, 1, "\"steps\" is missing or not a list"};
   for (std::int32_t i = 0; i < steps->GetCount(); ++i)
-    scenario.Steps.push_back(ReadStep(*steps->GetItem(i), static_cast<std::size_t>(i), positions));
+    scenario.Steps.push_back(
+        ReadStep(*steps->GetItem(i), static_cast<std::size_t>(i), positions, steps.get()));
   return scenario;
 }
 
