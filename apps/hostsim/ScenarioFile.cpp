@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <map>
 #include <sstream>
@@ -76,6 +77,16 @@ std::vector<std::u16string> AllowedKeys(std::uint32_t args) {
   return keys;
 }
 
+// Messages are built by appending only: prepending to a temporary string trips a false
+// overlap warning in some GCCs.
+std::string Join(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (std::string_view part : parts) text += part;
+  return text;
+}
+
+std::string Quoted(std::u16string_view key) { return Join({"\"", ToUtf8(key), "\""}); }
+
 struct TBadFile {
   std::int32_t Line;
   std::int32_t Column;
@@ -91,39 +102,39 @@ class TStepReader {
       : FObject(object), FName(std::move(name)), FLine(line), FColumn(column) {}
 
   [[noreturn]] void Fail(const std::string& message) const {
-    throw TBadFile{FLine, FColumn, "step \"" + FName + "\": " + message};
+    throw TBadFile{FLine, FColumn, Join({"step \"", FName, "\": ", message})};
   }
 
   bool Has(std::u16string_view key) const { return FObject.Exists(key); }
 
   int Int(std::u16string_view key, int low, int high) const {
     ComPtr<IJSONValue> value = FObject.GetValue(key);
-    if (!value) Fail("\"" + ToUtf8(key) + "\" is missing");
+    if (!value) Fail(Join({Quoted(key), " is missing"}));
     if (!value->IsNumber() || value->AsNumber()->GetIsFloat())
-      Fail("\"" + ToUtf8(key) + "\" must be a whole number");
+      Fail(Join({Quoted(key), " must be a whole number"}));
     const std::int64_t number = value->GetIntValue();
     if (number < low || number > high)
-      Fail("\"" + ToUtf8(key) + "\" must be from " + std::to_string(low) + " to " + std::to_string(high));
+      Fail(Join({Quoted(key), " must be from ", std::to_string(low), " to ", std::to_string(high)}));
     return static_cast<int>(number);
   }
 
   std::u16string Text(std::u16string_view key) const {
     ComPtr<IJSONValue> value = FObject.GetValue(key);
-    if (!value) Fail("\"" + ToUtf8(key) + "\" is missing");
-    if (!value->IsString()) Fail("\"" + ToUtf8(key) + "\" must be a string");
+    if (!value) Fail(Join({Quoted(key), " is missing"}));
+    if (!value->IsString()) Fail(Join({Quoted(key), " must be a string"}));
     return value->GetStringValue();
   }
 
   TPoint Pair(std::u16string_view key) const {
     ComPtr<IJSONValue> value = FObject.GetValue(key);
-    if (!value) Fail("\"" + ToUtf8(key) + "\" is missing");
+    if (!value) Fail(Join({Quoted(key), " is missing"}));
     ComPtr<IJSONArray> array = value->AsArray();
-    if (!array || array->GetCount() != 2) Fail("\"" + ToUtf8(key) + "\" must be [x, y]");
+    if (!array || array->GetCount() != 2) Fail(Join({Quoted(key), " must be [x, y]"}));
     TPoint point{};
     for (int i = 0; i < 2; ++i) {
       ComPtr<IJSONValue> item = array->GetItem(i);
       if (!item->IsNumber() || item->AsNumber()->GetIsFloat())
-        Fail("\"" + ToUtf8(key) + "\" must be [x, y] in whole pixels");
+        Fail(Join({Quoted(key), " must be [x, y] in whole pixels"}));
       (i == 0 ? point.X : point.Y) = static_cast<int>(item->GetIntValue());
     }
     return point;
@@ -158,20 +169,21 @@ TScenarioStep ReadStep(IJSONValue& value, std::size_t index, const TPositions& p
   const std::int32_t line = where != positions.end() ? where->second.first : 0;
   const std::int32_t column = where != positions.end() ? where->second.second : 0;
   ComPtr<IJSONObject> object = value.AsObject();
-  if (!object) throw TBadFile{line, column, "step " + std::to_string(index + 1) + " is not an object"};
+  if (!object) throw TBadFile{line, column, Join({"step ", std::to_string(index + 1), " is not an object"})};
   ComPtr<IJSONValue> name = object->GetValue(u"do");
   if (!name || !name->IsString())
-    throw TBadFile{line, column, "step " + std::to_string(index + 1) + " has no \"do\" naming what it does"};
+    throw TBadFile{line, column,
+                   Join({"step ", std::to_string(index + 1), " has no \"do\" naming what it does"})};
   const std::string stepName = ToUtf8(name->GetStringValue());
   const auto spec = std::find_if(std::begin(kSteps), std::end(kSteps),
                                  [&](const TStepSpec& s) { return stepName == s.Name; });
-  if (spec == std::end(kSteps)) throw TBadFile{line, column, "unknown step \"" + stepName + "\""};
+  if (spec == std::end(kSteps)) throw TBadFile{line, column, Join({"unknown step \"", stepName, "\""})};
 
   const TStepReader in(*object, stepName, line, column);
   const std::vector<std::u16string> allowed = AllowedKeys(spec->Args);
   for (std::int32_t i = 0; i < object->GetCount(); ++i)
     if (std::find(allowed.begin(), allowed.end(), object->GetName(i)) == allowed.end())
-      in.Fail("unknown key \"" + ToUtf8(object->GetName(i)) + "\"");
+      in.Fail(Join({"unknown key ", Quoted(object->GetName(i))}));
 
   TScenarioStep step;
   step.Kind = spec->Kind;
@@ -211,7 +223,7 @@ TScenario ReadTree(IJSONValue& root, const TPositions& positions) {
     const std::u16string key = object->GetName(i);
     if (key != u"description" && key != u"steps")
       throw TBadFile{1, 1,
-                     "unknown key \"" + ToUtf8(key) + "\" (a scenario has \"description\" and \"steps\")"};
+                     Join({"unknown key ", Quoted(key), " (a scenario has \"description\" and \"steps\")"})};
   }
   TScenario scenario;
   ComPtr<IJSONValue> description = object->GetValue(u"description");
@@ -229,7 +241,7 @@ TScenarioRead Failure(std::int32_t line, std::int32_t column, const std::string&
   TScenarioRead read;
   read.Line = line;
   read.Column = column;
-  read.Error = "line " + std::to_string(line) + " column " + std::to_string(column) + ": " + message;
+  read.Error = Join({"line ", std::to_string(line), " column ", std::to_string(column), ": ", message});
   return read;
 }
 
@@ -266,13 +278,13 @@ TScenarioRead ReadScenarioFile(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
   TScenarioRead read;
   if (!in) {
-    read.Error = file.string() + ": cannot be read";
+    read.Error = Join({file.string(), ": cannot be read"});
     return read;
   }
   std::ostringstream text;
   text << in.rdbuf();
   read = ReadScenario(text.str());
-  if (!read.Scenario) read.Error = file.string() + ": " + read.Error;
+  if (!read.Scenario) read.Error = Join({file.string(), ": ", read.Error});
   return read;
 }
 
