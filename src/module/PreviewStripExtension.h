@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "host/V3PluginImplBase.h"
-#include "resources/FMXDllResourceFinalizer.h"
 #include "runtime/SystemClockTimers.h"
+#include "resources/FMXDllResourceFinalizer.h"
 #include "tabview/PreviewStripIntf.h"
 
 namespace qx {
