@@ -1,5 +1,6 @@
 // The host simulator: loads the module through its exports, builds both plug-ins against
-// the fake browser, plays the built-in scenario and reports what the module answered.
+// the fake browser, plays a scenario file (the built-in one by default) and reports what
+// the module answered and where its pictures are.
 
 #include <cstdio>
 #include <cstdlib>
@@ -8,6 +9,8 @@
 #include <string>
 
 #include "ModuleLoader.h"
+#include "ScenarioFile.h"
+#include "ScenarioRunner.h"
 #include "StripScenario.h"
 #if defined(QX_HOSTSIM_LIVE)
 #include "LiveWindow.h"
@@ -33,6 +36,7 @@ struct TOptions {
   bool Live = false;
   int Tabs = 0;
   std::string RecordFile;
+  std::string ScenarioPath = QX_DEFAULT_SCENARIO;
 };
 
 std::string HResultText(HResult status) {
@@ -47,15 +51,15 @@ void ReportText(const char* label, HResult status, IQxIString* value) {
   std::printf("    %-16s %s  %s\n", label, HResultText(status).c_str(), TextOf(value).c_str());
 }
 
-// The built-in scenario against a fresh host whose folders live under the output folder.
-int PlayStrip(TModuleLoader& loader, const TOptions& options) {
+// The scenario against a fresh host whose folders live under the output folder.
+int PlayStrip(TModuleLoader& loader, const TOptions& options, const TScenario& steps) {
   const std::filesystem::path out = std::filesystem::absolute(options.OutDir);
   std::error_code error;
   std::filesystem::remove_all(out / "host", error);
-  std::printf("scenario: the tab strip in the host's main window (pictures in %s)\n", out.string().c_str());
+  std::printf("scenario file: %s (pictures in %s)\n", options.ScenarioPath.c_str(), out.string().c_str());
   TFakeHost host;
   TStripScenario scenario(host, out / "host", options.SkinDir);
-  const TScenarioReport report = PlayBuiltInScenario(scenario, loader, out, stdout);
+  const TScenarioReport report = TScenarioRunner(scenario, loader, out, stdout).Play(steps);
   if (Failed(report.CreateResult)) {
     std::printf("the strip's control was not created: the pictures show the host window only\n");
     return 1;
@@ -63,7 +67,7 @@ int PlayStrip(TModuleLoader& loader, const TOptions& options) {
   return 0;
 }
 
-int Run(const TOptions& options) {
+int Run(const TOptions& options, const TScenario& steps) {
   TModuleLoader loader;
   if (!loader.Load(options.ModulePath)) {
     std::fprintf(stderr, "hostsim: %s\n", loader.Error().c_str());
@@ -110,7 +114,7 @@ int Run(const TOptions& options) {
 #endif
     std::printf("no live window: running headless\n");
   }
-  return PlayStrip(loader, options);
+  return PlayStrip(loader, options, steps);
 }
 
 }  // namespace
@@ -126,6 +130,8 @@ int main(int argc, char** argv) {
       options.OutDir = argv[++i];
     } else if (arg == "--skin" && i + 1 < argc) {
       options.SkinDir = argv[++i];
+    } else if (arg == "--scenario" && i + 1 < argc) {
+      options.ScenarioPath = argv[++i];
     } else if (arg == "--live") {
       options.Live = true;
     } else if (arg == "--tabs" && i + 1 < argc) {
@@ -134,7 +140,8 @@ int main(int argc, char** argv) {
       options.RecordFile = argv[++i];
     } else if (arg == "--help") {
       std::printf(
-          "usage: hostsim [--module PATH] [--out DIR] [--skin DIR] [--live [--tabs N] [--record FILE]]\n");
+          "usage: hostsim [--scenario FILE] [--module PATH] [--out DIR] [--skin DIR]\n"
+          "               [--live [--tabs N] [--record FILE]]\n");
       return 0;
     } else {
       std::fprintf(stderr, "hostsim: unknown argument %s\n", arg.c_str());
@@ -142,9 +149,15 @@ int main(int argc, char** argv) {
     }
   }
   if (options.ModulePath.empty()) options.ModulePath = QX_DEFAULT_MODULE_PATH;
+  // The whole file is checked before anything runs.
+  const qx::TScenarioRead read = qx::ReadScenarioFile(options.ScenarioPath);
+  if (!read.Scenario) {
+    std::fprintf(stderr, "hostsim: %s\n", read.Error.c_str());
+    return 2;
+  }
 #if !defined(_WIN32)
   // A manual clock: the scenario lets time pass step by step, so every run draws the same pictures.
   qx::TScopedPortableOs os;
 #endif
-  return qx::Run(options);
+  return qx::Run(options, *read.Scenario);
 }

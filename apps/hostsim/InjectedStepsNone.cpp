@@ -1,11 +1,9 @@
 #include "InputSteps.h"
-#include "SmartSearchStep.h"
 
 namespace qx {
 
-// These steps put input into the window system's queue through the emulation's injection
-// hooks; a real window system offers no such door here, so the run goes on without them.
-void PlayInputSteps(TStripScenario&, const TSnap&) {}
-void PlaySmartSearchSteps(TStripScenario&, const TSnap&) {}
+// Input is put into the window system's queue through the emulation's injection hooks; a
+// real window system offers no such door here, so a scenario's input steps are skipped.
+std::unique_ptr<IScenarioHands> MakeScenarioHands(HWnd, HWnd) { return nullptr; }
 
 }  // namespace qx

@@ -1,17 +1,33 @@
 #pragma once
 
-// The strip under a person's hands in the simulated browser: hover, a drag across
-// sections with auto-scroll, a flick that closes a tab, a touch scroll.
+// A person's hands on the simulated browser for the scenario runner: mouse, wheel and
+// touch at points of the host's main window, delivered the way the window system would.
 
-#include <functional>
+#include <memory>
 
-#include "StripScenario.h"
+#include "platform/Platform.h"
 
 namespace qx {
 
-// snap(name, what) takes a picture of the host window with a caption.
-using TSnap = std::function<void(const char* name, const char* what)>;
+class IScenarioHands {
+ public:
+  virtual ~IScenarioHands() = default;
+  virtual void Move(TPoint at) = 0;
+  // Moves in steps of at most stride pixels from the last point, button held or not.
+  virtual void Glide(TPoint to, int stride) = 0;
+  virtual void Press(TPoint at) = 0;
+  virtual void Release(TPoint at) = 0;
+  // Positive notches turn away from the user.
+  virtual void Wheel(TPoint at, int notches) = 0;
+  virtual void TouchDown(TPoint at) = 0;
+  virtual void TouchMove(TPoint at) = 0;
+  virtual void TouchUp(TPoint at) = 0;
+  // Down at from, moves in steps of at most stride pixels, up at to.
+  virtual void Swipe(TPoint from, TPoint to, int stride) = 0;
+};
 
-void PlayInputSteps(TStripScenario& scenario, const TSnap& snap);
+// mainWindow: whose client pixels the points are; touchWindow: the one whose touch
+// messages are read (the strip's). Null where the window system takes no injected input.
+std::unique_ptr<IScenarioHands> MakeScenarioHands(HWnd mainWindow, HWnd touchWindow);
 
 }  // namespace qx

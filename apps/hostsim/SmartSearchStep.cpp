@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "InputPath.h"
 #include "PagePictures.h"
 #include "ScenarioDisplay.h"
 #include "base/Text.h"
@@ -11,7 +10,6 @@
 namespace qx {
 namespace {
 
-constexpr char16_t kSelection[] = u"lighthouse";
 constexpr char16_t kResultUri[] = u"https://search.example/?q=";
 // The selection in the page's client coordinates: a word of its heading, high enough for
 // the popup to fit below it.
@@ -78,11 +76,11 @@ TPoint ToScreen(HWnd window, TPoint client) {
 
 void ConfigureSmartSearch(TFakeHost& host) { ConfigureEngines(host); }
 
-void PlaySmartSearchSteps(TStripScenario& scenario, const TSnap& snap) {
+bool SelectTextInPage(TStripScenario& scenario, IScenarioHands& hands, std::u16string_view text) {
   TFakeHost& host = scenario.Host();
   TFakeTabGroup* group = host.Model().ActiveGroup();
   TFakeTab* tab = group ? group->ActiveTab() : nullptr;
-  if (!tab || !tab->Browser()) return;
+  if (!tab || !tab->Browser()) return false;
   ConfigureEngines(host);
   TRect client{};
   Platform().GetClientRect(scenario.MainWindow(), &client);
@@ -91,45 +89,35 @@ void PlaySmartSearchSteps(TStripScenario& scenario, const TSnap& snap) {
   host.Widgets().SetWidgetRect(u"BrowserAreaWidget", 0, pageTop, client.Width(), client.Height());
 
   // A drag over a word of the page; the host reports the release with its screen point.
-  const HWnd main = scenario.MainWindow();
-  TInputPath hands(main);
-  const TPoint from = ToScreen(main, {kSelectionRect.Left, kSelectionRect.Bottom - 4});
-  const TPoint to = ToScreen(main, {kSelectionRect.Right, kSelectionRect.Bottom - 4});
+  const TPoint from{kSelectionRect.Left, kSelectionRect.Bottom - 4};
+  const TPoint to{kSelectionRect.Right, kSelectionRect.Bottom - 4};
   hands.Press(from);
-  hands.Glide(to);
+  hands.Glide(to, kDefaultStride);
   hands.Release(to);
-  tab->Browser()->Page().Selection = kSelection;
+  tab->Browser()->Page().Selection = std::u16string(text);
   ShowPage(scenario, DrawPagePicture(scenario.ActivePage(), client.Width(), client.Height() - pageTop),
            kSelectionRect);
+  const TPoint screen = ToScreen(scenario.MainWindow(), to);
   host.Events().FireFromHost(u"QxInputHandler.IPC",
-                             {{u"Action", u"#LU " + IntToStr(to.X) + u" " + IntToStr(to.Y)}});
-  snap("smart-search", "a word selected in the page: the smart search popup comes up beside it");
+                             {{u"Action", u"#LU " + IntToStr(screen.X) + u" " + IntToStr(screen.Y)}});
+  return true;
+}
 
-  const HWnd popup = Platform().FindWindowW(nullptr, u"SmartSearch");
-  TRect rect{};
-  if (!popup || !Platform().IsWindowVisible(popup) || !Platform().GetWindowRect(popup, &rect)) return;
-  // The default search button: the wide one at the popup's left, 14 in and 30 down.
-  const TPoint button{rect.Left + 14 + 40, rect.Top + 30 + 15};
-  const std::size_t searchesBefore = host.SearchEngines().Searches().size();
-  hands.Glide(button);
-  hands.Wait(100);
-  hands.Press(button);
-  hands.Release(button);
-  // The host runs the search the module asked for and opens its result in a new tab.
-  if (host.SearchEngines().Searches().size() > searchesBefore) {
-    const std::u16string keyword = host.SearchEngines().Searches().back().Keyword;
+void OpenRequestedSearches(TStripScenario& scenario, std::size_t& served) {
+  TFakeHost& host = scenario.Host();
+  const auto& searches = host.SearchEngines().Searches();
+  for (; served < searches.size(); ++served) {
+    TFakeTabGroup* group = host.Model().ActiveGroup();
+    const std::u16string keyword = searches[served].Keyword;
     TFakeOpenTab how;
-    how.After = tab;
+    how.After = group ? group->ActiveTab() : nullptr;
     how.Title = keyword + u" - Search";
     ComPtr<TFakeTab> result = host.Model().OpenTab(kResultUri + keyword, how);
     host.Model().FinishLoading(result.get());
-    ShowPage(scenario, DrawResultPage(client.Width(), client.Height() - pageTop), {});
+    TRect client{};
+    Platform().GetClientRect(scenario.MainWindow(), &client);
+    ShowPage(scenario, DrawResultPage(client.Width(), client.Height() - kStripTop - kStripHeight), {});
   }
-  snap("searched", "the default search clicked: the popup goes and the result opens in a new tab");
-
-  // A wheel turn in the page hides a popup that is still up.
-  if (Platform().IsWindowVisible(popup))
-    host.Events().FireFromHost(u"QxInputHandler.IPC", {{u"Action", u"#WH"}});
 }
 
 }  // namespace qx

@@ -1,29 +1,35 @@
 #include "StripScenario.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
-#include "ContactSheet.h"
-#include "InputSteps.h"
 #include "PagePictures.h"
 #include "ScenarioDisplay.h"
-#include "SmartSearchStep.h"
 #include "WindowCapture.h"
 #include "base/Guid.h"
 #include "base/Text.h"
 #include "fakehost/FakeHandle.h"
+#include "tabview/PreviewStripIntf.h"
 
 namespace qx {
 namespace {
 
 constexpr int kAddedPage = 6;
-constexpr int kLastPage = 40;
+// Pages with a site icon of their own.
+constexpr int kIconPages = 40;
 
 TGUID PageGuid(int number) {
   char text[40];
   std::snprintf(text, sizeof text, "{5A0F%04X-0000-4000-8000-00000000%04X}", number, number);
   return *TryParseGuid(std::string_view(text));
+}
+
+// The page number in a page's tab GUID; 0 for a tab that is no page of ours.
+int PageOfGuid(const std::u16string& guid) {
+  const std::string text = ToUtf8(guid);
+  unsigned number = 0;
+  if (text.size() != 38 || std::sscanf(text.c_str(), "{5A0F%4X-0000-4000-8000-", &number) != 1) return 0;
+  return GuidToString(PageGuid(static_cast<int>(number))) == guid ? static_cast<int>(number) : 0;
 }
 
 std::u16string PageUri(int number) {
@@ -58,14 +64,7 @@ std::u16string TStripScenario::GuidOfPage(int number) const { return GuidToStrin
 int TStripScenario::ActivePage() const {
   TFakeTabGroup* group = FHost.Model().ActiveGroup();
   TFakeTab* tab = group ? group->ActiveTab() : nullptr;
-  if (!tab) return 0;
-  // A page's number ends its GUID, so a crowded host is not searched page by page.
-  const std::u16string guid = tab->GuidText();
-  const int number =
-      guid.size() > 5
-          ? static_cast<int>(std::strtol(ToUtf8(guid.substr(guid.size() - 5, 4)).c_str(), nullptr, 16))
-          : 0;
-  return number > 0 && GuidOfPage(number) == guid ? number : 0;
+  return tab ? PageOfGuid(GuidToString(tab->Guid())) : 0;
 }
 
 void TStripScenario::PrepareHost() {
@@ -90,7 +89,7 @@ void TStripScenario::PrepareHost() {
   for (int number = 1; number <= 8; ++number)
     WriteThumbnail(ThumbnailFolder(), GuidOfPage(number),
                    *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
-  FCabinetBar.StoreSiteIcons(kLastPage);
+  FCabinetBar.StoreSiteIcons(kIconPages);
   FMainWindow = FHost.HostWindows().CreateMainWindow(TRect{40, 40, 40 + kHostWidth, 40 + kHostHeight});
   // Where the system draws a frame, the window grows by it: the client area is the same
   // size on every system, and so are the pictures.
@@ -179,6 +178,30 @@ void TStripScenario::AddPages(int first, int last) {
   PaintHostWindow();
 }
 
+void TStripScenario::ClosePage(int number) {
+  if (TFakeTab* tab = TabOfPage(FHost, number)) FHost.Model().CloseTab(tab);
+  PaintHostWindow();
+}
+
+void TStripScenario::SwitchGroup(int index) {
+  const auto& groups = FHost.Model().Groups();
+  if (index >= 0 && index < static_cast<int>(groups.size()))
+    FHost.Model().SwitchGroup(groups[static_cast<std::size_t>(index)].get());
+  PaintHostWindow();
+}
+
+void TStripScenario::SetInCabinet(bool in) { FHost.SetInCabinet(in); }
+
+std::optional<TPoint> TStripScenario::TabCentreOfPage(int number) const {
+  ComPtr<IPreviewStrip> strip = ComPtr<IUnknown>(FPlugin.get()).As<IPreviewStrip>();
+  TRectF rect{};
+  if (!strip || !strip->TabScreenRectOf(GuidOfPage(number), rect)) return std::nullopt;
+  TPoint centre{static_cast<int>((rect.Left + rect.Right) / 2),
+                static_cast<int>((rect.Top + rect.Bottom) / 2)};
+  Platform().ScreenToClient(FMainWindow, &centre);
+  return centre;
+}
+
 void TStripScenario::Settle(std::uint32_t milliseconds) {
   LetTimePass(milliseconds);
   // The host's loop delivers what the strip posted to it (a close, a select) between steps.
@@ -202,54 +225,5 @@ void TStripScenario::PaintHostWindow() {
 }
 
 std::unique_ptr<TBitmap> TStripScenario::Capture() { return CaptureWindow(FMainWindow); }
-
-TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loader,
-                                    const std::filesystem::path& outDir, std::FILE* log) {
-  TScenarioReport report;
-  std::error_code error;
-  std::filesystem::create_directories(outDir, error);
-  std::vector<std::unique_ptr<TBitmap>> pictures;
-  auto snap = [&](const char* name, const char* what) {
-    scenario.Settle(1000);
-    pictures.push_back(scenario.Capture());
-    const std::filesystem::path file = outDir / (std::to_string(pictures.size()) + "-" + name + ".png");
-    if (pictures.back()) pictures.back()->SaveToFile(file);
-    report.Pictures.push_back(file);
-    std::fprintf(log, "step %zu: %s\n    picture: %s\n", pictures.size(), what, file.string().c_str());
-  };
-
-  scenario.PrepareHost();
-  std::fprintf(log,
-               "host: group \"Work\" with pages 1-3 | 4-5 (two sections), group \"Travel\" with pages 7-8\n");
-  std::fprintf(log, "host: thumbnails of pages 1-8 in %s\n", scenario.ThumbnailFolder().string().c_str());
-  report.CreateResult = scenario.CreateStrip(loader);
-  std::fprintf(log, "CreateControl: 0x%08X, control window %p\n", static_cast<unsigned>(report.CreateResult),
-               static_cast<void*>(scenario.ControlWindow()));
-  snap("created", "the strip created in the host's main window, page 1 active");
-  scenario.SelectPage(4);
-  snap("selected", "page 4 selected by the host");
-  scenario.AddPage();
-  snap("added", "page 6 opened at the end and selected");
-  scenario.FreshThumbnails();
-  scenario.Settle(3000);
-  snap("live", "the engine reports a thumbnail of every page: each tab shows its page's own fresh snapshot");
-  scenario.AddPages(9, kLastPage);
-  snap("crowded", "pages 9-40 opened behind page 6: the tabs close up on a curve at the left end");
-  scenario.SelectPage(20);
-  snap("centred", "page 20 selected: it comes to the middle, curves at both ends");
-  PlayInputSteps(scenario, snap);
-  PlaySmartSearchSteps(scenario, snap);
-
-  std::vector<const TBitmap*> sheet;
-  for (const auto& picture : pictures) sheet.push_back(picture.get());
-  if (std::unique_ptr<TBitmap> contact = MakeContactSheet(sheet)) {
-    report.ContactSheet = outDir / "contact-sheet.png";
-    contact->SaveToFile(report.ContactSheet);
-    std::fprintf(log, "contact sheet: %s\n", report.ContactSheet.string().c_str());
-  }
-  scenario.DestroyStrip();
-  std::fprintf(log, "DestroyControl: done\n");
-  return report;
-}
 
 }  // namespace qx

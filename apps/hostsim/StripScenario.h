@@ -5,9 +5,9 @@
 // only. Runs on the window system of this process (emulated or Win32), on its clock.
 
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +51,14 @@ class TStripScenario {
   void FreshThumbnails();
   // Opens pages first..last behind the others in the last section, thumbnails cached.
   void AddPages(int first, int last);
+  // The host closes the tab of a page.
+  void ClosePage(int number);
+  // The host shows its group of this index, in the order the groups were made.
+  void SwitchGroup(int index);
+  // The host enters or leaves its cabinet screen.
+  void SetInCabinet(bool in);
+  // The centre of a page's tab in the main window's client pixels, as the strip shows it now.
+  std::optional<TPoint> TabCentreOfPage(int number) const;
   // Lets milliseconds pass with timers and animations running, then paints the strip.
   void Settle(std::uint32_t milliseconds);
   // The host window as shown, from the window system's pixels.
@@ -77,16 +85,5 @@ class TStripScenario {
   // The cabinet bar above the strip, made with it and gone with it.
   TCabinetBarStep FCabinetBar{FHost};
 };
-
-struct TScenarioReport {
-  HResult CreateResult = 0;
-  std::vector<std::filesystem::path> Pictures;
-  std::filesystem::path ContactSheet;
-};
-
-// The built-in run: prepare, create the strip, select page 4, add page 6, destroy; one
-// picture after each step in outDir, then the contact sheet. What it does goes to log.
-TScenarioReport PlayBuiltInScenario(TStripScenario& scenario, TModuleLoader& loader,
-                                    const std::filesystem::path& outDir, std::FILE* log);
 
 }  // namespace qx

@@ -143,6 +143,13 @@ void TPrevewStripPluginImpl::TabScrollBoxScreenRect(TRectF& rect) {
   rect = FTabbarFrame ? FTabbarFrame->TabScrollBoxScreenRect() : TRectF{};
 }
 
+bool TPrevewStripPluginImpl::TabScreenRectOf(std::u16string_view tabGuid, TRectF& rect) {
+  TTabImageSectionList* list = GetTabList();
+  const auto* tab = list ? dynamic_cast<const TTabImage*>(list->FindTabImageFromId(tabGuid)) : nullptr;
+  rect = tab ? tab->TabImageScreenRect() : TRectF{};
+  return tab != nullptr;
+}
+
 void TPrevewStripPluginImpl::HideTitleForm(bool flag) {
   if (FTabbarForm) FTabbarForm->HideTitleForm(flag ? 1.0f : 0.0f);
 }

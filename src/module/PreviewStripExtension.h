@@ -51,6 +51,7 @@ class TPrevewStripPluginImpl : public TQxIPluginImpl, public IPreviewStrip, publ
   TTabImageSectionList* GetTabList() override;
   TTabImage* GetActiveTab() override;
   void TabScrollBoxScreenRect(TRectF& rect) override;
+  bool TabScreenRectOf(std::u16string_view tabGuid, TRectF& rect) override;
   void HideTitleForm(bool flag) override;
 
   bool Finalized() const { return FFinalized; }

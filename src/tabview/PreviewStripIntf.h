@@ -2,6 +2,8 @@
 
 // How the cabinet bar reaches the tab strip: in-process only, plain object references.
 
+#include <string_view>
+
 #include "base/Unknown.h"
 #include "toolkit/Types.h"
 
@@ -17,6 +19,9 @@ struct IPreviewStrip : IUnknown {
   virtual TTabImage* GetActiveTab() = 0;
   virtual void TabScrollBoxScreenRect(TRectF& rect) = 0;
   virtual void HideTitleForm(bool flag) = 0;
+  // Where the strip shows the tab of a host tab, on the screen; false for no such tab. Last,
+  // so the slots above stay where the cabinet bar calls them.
+  virtual bool TabScreenRectOf(std::u16string_view tabGuid, TRectF& rect) = 0;
 };
 
 }  // namespace qx

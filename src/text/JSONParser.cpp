@@ -376,6 +376,8 @@ struct TContainerFrame {
   bool First;
   std::size_t ValueStart;  // this container's items on the value stack start here
   std::size_t NameStart;
+  std::int32_t Line;  // of the opening bracket
+  std::int32_t Column;
 };
 
 }  // namespace
@@ -390,8 +392,9 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& result) {
   std::vector<std::u16string> names;
   auto open = [&]() {
     const bool isObject = GetChar() == u'{';
+    const std::int32_t line = FLine, column = FColumn;
     ConsumeWhiteSpaces();
-    frames.push_back(TContainerFrame{isObject, true, values.size(), names.size()});
+    frames.push_back(TContainerFrame{isObject, true, values.size(), names.size(), line, column});
   };
   open();
   for (;;) {
@@ -461,6 +464,7 @@ bool TJSONParseContext::ParseContainer(ComPtr<IJSONValue>& result) {
       arr->AdoptParsed(values.data() + f.ValueStart, count);
     }
     values.resize(f.ValueStart);
+    if (FContainerObserver) FContainerObserver(finished.get(), f.Line, f.Column);
     frames.pop_back();
     if (frames.empty()) {
       result = std::move(finished);

@@ -4,6 +4,7 @@
 // type, and the parser's entry points.
 
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -71,6 +72,12 @@ class TJSONParseContext {
   std::int32_t SavePointCount() const { return FSavePointCount; }
   std::int32_t SavePointsLen() const { return FSavePointsLen; }
 
+  // Told of every object and array once it is complete, with the line and column of its
+  // opening bracket, so that a reader of the tree can say where in the text an item stood.
+  using TContainerObserver =
+      std::function<void(IJSONValue* container, std::int32_t line, std::int32_t column)>;
+  void SetContainerObserver(TContainerObserver observer) { FContainerObserver = std::move(observer); }
+
   // The object and array parsers; the factories call them. Nested containers are
   // parsed on an explicit stack, so depth is bounded by memory, not by the call stack.
   bool ParseContainer(ComPtr<IJSONValue>& value);
@@ -97,6 +104,7 @@ class TJSONParseContext {
   std::vector<TJSONParseContextSavePoint> FSavePoints;
   std::u16string FStringBuffer;  // reused by every string of the text
   std::string FNumberText;
+  TContainerObserver FContainerObserver;
 };
 
 class TJSONValueFactory {
