@@ -72,6 +72,30 @@ TEST_F(Win32HostSim, TheStripInARealHostWindowLooksAsOnLinux) {
   ExpectMatchesGolden(strip, "e2e/golden/strip_in_host_window.png");
 }
 
+// Wine, like a machine without a touch screen, delivers no readable touch input: a
+// touch message whose handle the system cannot read, and a gesture message beside it,
+// must leave the strip as it was rather than act on points never filled in.
+TEST_F(Win32HostSim, TouchTheSystemCannotReadLeavesTheStripAsItWas) {
+  TModuleLoader loader;
+  ASSERT_TRUE(loader.Load(QX_MODULE_PATH)) << loader.Error();
+  TFakeHost host;
+  TStripScenario scenario(host, root_ / "host", QX_SKIN_DIR);
+  scenario.PrepareHost();
+  ASSERT_EQ(scenario.CreateStrip(loader), kOk);
+  scenario.Settle(500);
+  const int active = scenario.ActivePage();
+  const HWND control = reinterpret_cast<HWND>(scenario.ControlWindow());
+  for (int i = 0; i < 3; ++i) {
+    // Down, move, up: one finger, primary, at the middle of the strip.
+    PostMessageW(control, WM_TOUCH, MAKEWPARAM(1, 0), static_cast<LPARAM>(0x5150 + i));
+    PostMessageW(control, WM_GESTURE, 1 /* begin */, static_cast<LPARAM>(0x6160 + i));
+  }
+  scenario.Settle(500);
+  EXPECT_TRUE(IsWindow(control));
+  EXPECT_EQ(scenario.ActivePage(), active);
+  ASSERT_TRUE(scenario.Capture());
+}
+
 bool ClassRegistered(HINSTANCE instance, const char16_t* name) {
   WNDCLASSEXW info{};
   info.cbSize = sizeof info;
