@@ -142,9 +142,13 @@ void TCabinetIcon2::IncludeVisibleArea(const TRectF& rect) {
 
 float TCabinetIcon2::FirstTabWidth() const {
   const float target = FvisibleArea.Width();
-  if (FWidthAnimation->Running() && FLastFirstTabWidthSet)
-    return FLastFirstTabWidth +
-           static_cast<float>(FWidthAnimation->NormalizedTime()) * (target - FLastFirstTabWidth);
+  // Most icons of a pass never had their width animated: their animation is not read.
+  if (FWidthAnimating && FLastFirstTabWidthSet) {
+    if (FWidthAnimation->Running())
+      return FLastFirstTabWidth +
+             static_cast<float>(FWidthAnimation->NormalizedTime()) * (target - FLastFirstTabWidth);
+    FWidthAnimating = false;
+  }
   return target;
 }
 
@@ -294,6 +298,7 @@ void TCabinetIcon2::AnimationSetLeft(bool animated, float duration, std::int32_t
 void TCabinetIcon2::AnimationSetWidth(bool animated, float duration, std::int32_t animationType,
                                       float value) {
   Animate(*FWidthAnimation, FWidthSet, animated, duration, animationType, value, &TCabinetIcon2::WriteWidth);
+  if (FWidthAnimation->Running()) FWidthAnimating = true;
 }
 
 bool TCabinetIcon2::LeftLineVisible() const { return FLeftLineLayout->Visible(); }

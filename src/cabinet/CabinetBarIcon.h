@@ -18,6 +18,7 @@
 namespace qx {
 
 class TCabinetIconBarImageRes;
+class TTabImage;
 
 class TCabinetIcon2 : public TCabinetIconLayout {
  public:
@@ -98,6 +99,18 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   TCabinetIcon2* NextIcon() const { return FNextIcon; }
   void SetNextIcon(TCabinetIcon2* icon);
 
+  // ---- the bar's bookkeeping across passes: the last pass that placed the icon, and
+  // the tab image it stood over then with that image's tab id, which together name the
+  // tab without asking for its id text.
+  std::uint32_t Pass() const { return FPass; }
+  void SetPass(std::uint32_t value) { FPass = value; }
+  const TTabImage* Image() const { return FImage; }
+  std::int32_t ImageTabId() const { return FImageTabId; }
+  void SetImage(const TTabImage* image, std::int32_t tabId) {
+    FImage = image;
+    FImageTabId = tabId;
+  }
+
   std::function<void(TCabinetIcon2* sender)> OnIconClick;
   void Click() override;
 
@@ -139,6 +152,8 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   TRectF FcompoundVisibleArea;
   bool FHorzPosSet = false;
   bool FWidthSet = false;
+  // Set when this icon started its width animation, until seen stopped.
+  mutable bool FWidthAnimating = false;
   TFloatAnimation* FHorzPositionAnimation = nullptr;
   TFloatAnimation* FWidthAnimation = nullptr;
   bool FDragTarget = false;
@@ -161,6 +176,9 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   TIconTextBackStatus FIconTextBackStatus = TIconTextBackStatus::itbsNone;
   TCabinetIcon2* FNextIcon = nullptr;
   bool FForceHideLines = false;
+  std::uint32_t FPass = 0;
+  const TTabImage* FImage = nullptr;
+  std::int32_t FImageTabId = 0;
   float FLastFirstTabWidth = 0;
   bool FLastFirstTabWidthSet = false;
   bool FRightToLeft = false;
