@@ -313,8 +313,23 @@ void TCabinetIcon2::Resize() {
 float TCabinetIcon2::LeftLineWidth() const { return LeftLineVisible() ? FLeftLineLayout->Width() : 0.0f; }
 float TCabinetIcon2::RightLineWidth() const { return RightLineVisible() ? FRightLineLayout->Width() : 0.0f; }
 
+TCabinetIcon2::TLayoutInputs TCabinetIcon2::LayoutInputs() const {
+  TLayoutInputs in{
+      Width(),     Height(),         FirstTabWidth(), FvisibleArea.Left, FcompoundVisibleArea.Right,
+      TextWidth(), !Title().empty(), FForceHideLines};
+  if (FImageRes)
+    in.Pictures = {FImageRes->FaviconBase(), FImageRes->CabinetbarTabWireLeft(),
+                   FImageRes->CabinetbarTabWireRight(), FImageRes->CabinetbarItemHoveredLeft()};
+  return in;
+}
+
 void TCabinetIcon2::UpdateLayout() {
   if (FInLayout) return;
+  // Every pass lays out every shown icon, most of them as they already are.
+  const TLayoutInputs inputs = LayoutInputs();
+  if (FLaidOutValid && FLaidOut == inputs) return;
+  FLaidOut = inputs;
+  FLaidOutValid = true;
   FInLayout = true;
   const float w = Width(), h = Height();
   const bool title = CanDrawTitle(w);

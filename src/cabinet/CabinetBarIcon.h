@@ -4,6 +4,7 @@
 // it and two wires to the ends of the run of tabs it stands for. It decides by itself
 // what fits in the width it gets: wires, title, or the favicon alone.
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -139,6 +140,14 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   void WriteLeft(float value) { Position().SetX(value); }
   void WriteWidth(float value) { SetWidth(value); }
   void KeepWidthFloor(bool growRight);
+  // Everything the layout of the parts depends on.
+  struct TLayoutInputs {
+    float Width = 0, Height = 0, FirstTabWidth = 0, VisibleLeft = 0, CompoundRight = 0, TextWidth = 0;
+    bool HasTitle = false, ForceHideLines = false;
+    std::array<const TBitmap*, 4> Pictures{};
+    bool operator==(const TLayoutInputs&) const = default;
+  };
+  TLayoutInputs LayoutInputs() const;
   void LimitVisibleToCompound();
 
   ComPtr<IServiceCoreWrap> FServiceCore;
@@ -183,6 +192,8 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   bool FLastFirstTabWidthSet = false;
   bool FRightToLeft = false;
   bool FInLayout = false;
+  TLayoutInputs FLaidOut;
+  bool FLaidOutValid = false;
   // The pictures the base shows now, so an unchanged look is not copied again.
   bool FBaseLookShown = false;
   TBitmap* FShownInside = nullptr;
