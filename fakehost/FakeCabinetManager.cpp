@@ -11,12 +11,23 @@ namespace {
 // Every tab the module sees comes from the fake model.
 const TFakeTab* AsFake(IQxITab* tab) { return static_cast<const TFakeTab*>(tab); }
 
-bool Known(IQxITab* tab, std::u16string& domain) {
-  if (!tab) return false;
+bool Private(const TFakeTab* tab) { return tab->Group() && tab->Group()->TextValue(u"private") == u"true"; }
+
+// The tab's view when it has a site icon, else null.
+const TFakeTab::TCabinetView* Known(IQxITab* tab, TFakeCabinetManager& manager) {
+  if (!tab) return nullptr;
   const TFakeTab* fake = AsFake(tab);
-  if (fake->Group() && fake->Group()->TextValue(u"private") == u"true") return false;
-  domain = TFakeCabinetManager::DomainOf(fake->TextValue(u"uri"));
-  return !domain.empty();
+  if (Private(fake)) return nullptr;
+  const TFakeTab::TCabinetView& view = manager.ViewOf(*fake);
+  return view.Domain ? &view : nullptr;
+}
+
+HResult GiveText(IQxIString* text, IQxIString** out) {
+  if (!out) return kFail;
+  *out = text;
+  if (!text) return kFail;
+  text->AddRef();
+  return kOk;
 }
 
 }  // namespace
@@ -34,28 +45,32 @@ std::u16string TFakeCabinetManager::DomainOf(std::u16string_view uri) {
   return host;
 }
 
+const TFakeTab::TCabinetView& TFakeCabinetManager::ViewOf(const TFakeTab& tab) {
+  TFakeTab::TCabinetView& view = tab.CabinetView();
+  if (view.Valid) return view;
+  view.Valid = true;
+  std::u16string domain = DomainOf(tab.TextValue(u"uri"));
+  if (domain.empty()) return view;
+  std::u16string title = tab.TextValue(u"title");
+  view.Title = MakeFakeString(title.empty() ? domain : std::move(title));
+  ComPtr<IQxIString>& shared = domains_[domain];
+  if (!shared) shared = MakeFakeString(std::move(domain));
+  view.Domain = shared;
+  return view;
+}
+
 HResult QX_STDCALL TFakeCabinetManager::HasCabinetIcon(IQxITab* tab) {
-  std::u16string domain;
-  return Known(tab, domain) ? kOk : kFail;
+  return Known(tab, *this) ? kOk : kFail;
 }
 
 HResult QX_STDCALL TFakeCabinetManager::GetDomainId(IQxITab* tab, IQxIString** domain) {
-  if (!domain) return kFail;
-  *domain = nullptr;
-  std::u16string text;
-  if (!Known(tab, text)) return kFail;
-  *domain = MakeFakeString(std::move(text)).detach();
-  return kOk;
+  const TFakeTab::TCabinetView* view = Known(tab, *this);
+  return GiveText(view ? view->Domain.get() : nullptr, domain);
 }
 
 HResult QX_STDCALL TFakeCabinetManager::GetDisplayTitle(IQxITab* tab, IQxIString** title) {
-  if (!title) return kFail;
-  *title = nullptr;
-  std::u16string domain;
-  if (!Known(tab, domain)) return kFail;
-  std::u16string text = AsFake(tab)->TextValue(u"title");
-  *title = MakeFakeString(text.empty() ? domain : std::move(text)).detach();
-  return kOk;
+  const TFakeTab::TCabinetView* view = Known(tab, *this);
+  return GiveText(view ? view->Title.get() : nullptr, title);
 }
 
 HResult QX_STDCALL TFakeCabinetManager::GetCabinetState() { return showing_ && showing_() ? kOk : kFail; }

@@ -1,13 +1,17 @@
 #pragma once
 
 // The cabinet's view of tabs: a tab whose address has a host name has a site icon,
-// unless it lives in a private group; its domain is that host name, lower case.
+// unless it lives in a private group; its domain is that host name, lower case. Like the
+// host, it keeps what it worked out for a tab until a value of the tab changes, and hands
+// out one string per domain.
 
 #include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "base/ComObject.h"
+#include "fakehost/FakeTab.h"
 #include "host/QuillmarV3Interface.h"
 
 namespace qx {
@@ -26,7 +30,10 @@ class TFakeCabinetManager : public TInterfacedObject<IQxICabinetManager> {
   // empty without one.
   static std::u16string DomainOf(std::u16string_view uri);
 
+  const TFakeTab::TCabinetView& ViewOf(const TFakeTab& tab);
+
  private:
+  std::unordered_map<std::u16string, ComPtr<IQxIString>> domains_;
   std::function<bool()> showing_;
 };
 

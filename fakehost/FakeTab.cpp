@@ -14,9 +14,12 @@ ComPtr<IQxIVariant> TFakeTab::Value(std::u16string_view key) const {
   return nullptr;
 }
 
-std::u16string TFakeTab::TextValue(std::u16string_view key) const { return ReadVariantText(Value(key).get()); }
+std::u16string TFakeTab::TextValue(std::u16string_view key) const {
+  return ReadVariantText(Value(key).get());
+}
 
 void TFakeTab::StoreValue(std::u16string_view key, IQxIVariant* value) {
+  cabinetView_ = {};
   for (auto& entry : values_) {
     if (entry.first == key) {
       entry.second = value;

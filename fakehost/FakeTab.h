@@ -40,6 +40,14 @@ class TFakeTab : public TInterfacedObject<IQxITab> {
   // Text form of a value; empty when missing or an object.
   std::u16string TextValue(std::u16string_view key) const;
 
+  // What the cabinet manager derived from the tab's values, as the host keeps it: it
+  // stays until a value of the tab changes.
+  struct TCabinetView {
+    bool Valid = false;
+    ComPtr<IQxIString> Domain, Title;
+  };
+  TCabinetView& CabinetView() const { return cabinetView_; }
+
  private:
   friend class TFakeTabModel;
   void StoreValue(std::u16string_view key, IQxIVariant* value);
@@ -52,6 +60,7 @@ class TFakeTab : public TInterfacedObject<IQxITab> {
   TFakeTabGroup* group_ = nullptr;
   TFakeTabSection* section_ = nullptr;
   bool hidden_ = false;
+  mutable TCabinetView cabinetView_;
 };
 
 }  // namespace qx

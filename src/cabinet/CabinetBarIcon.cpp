@@ -142,9 +142,13 @@ void TCabinetIcon2::IncludeVisibleArea(const TRectF& rect) {
 
 float TCabinetIcon2::FirstTabWidth() const {
   const float target = FvisibleArea.Width();
-  if (FWidthAnimation->Running() && FLastFirstTabWidthSet)
-    return FLastFirstTabWidth +
-           static_cast<float>(FWidthAnimation->NormalizedTime()) * (target - FLastFirstTabWidth);
+  // Most icons of a pass never had their width animated: their animation is not read.
+  if (FWidthAnimating && FLastFirstTabWidthSet) {
+    if (FWidthAnimation->Running())
+      return FLastFirstTabWidth +
+             static_cast<float>(FWidthAnimation->NormalizedTime()) * (target - FLastFirstTabWidth);
+    FWidthAnimating = false;
+  }
   return target;
 }
 
@@ -294,6 +298,7 @@ void TCabinetIcon2::AnimationSetLeft(bool animated, float duration, std::int32_t
 void TCabinetIcon2::AnimationSetWidth(bool animated, float duration, std::int32_t animationType,
                                       float value) {
   Animate(*FWidthAnimation, FWidthSet, animated, duration, animationType, value, &TCabinetIcon2::WriteWidth);
+  if (FWidthAnimation->Running()) FWidthAnimating = true;
 }
 
 bool TCabinetIcon2::LeftLineVisible() const { return FLeftLineLayout->Visible(); }
@@ -308,8 +313,23 @@ void TCabinetIcon2::Resize() {
 float TCabinetIcon2::LeftLineWidth() const { return LeftLineVisible() ? FLeftLineLayout->Width() : 0.0f; }
 float TCabinetIcon2::RightLineWidth() const { return RightLineVisible() ? FRightLineLayout->Width() : 0.0f; }
 
+TCabinetIcon2::TLayoutInputs TCabinetIcon2::LayoutInputs() const {
+  TLayoutInputs in{
+      Width(),     Height(),         FirstTabWidth(), FvisibleArea.Left, FcompoundVisibleArea.Right,
+      TextWidth(), !Title().empty(), FForceHideLines};
+  if (FImageRes)
+    in.Pictures = {FImageRes->FaviconBase(), FImageRes->CabinetbarTabWireLeft(),
+                   FImageRes->CabinetbarTabWireRight(), FImageRes->CabinetbarItemHoveredLeft()};
+  return in;
+}
+
 void TCabinetIcon2::UpdateLayout() {
   if (FInLayout) return;
+  // Every pass lays out every shown icon, most of them as they already are.
+  const TLayoutInputs inputs = LayoutInputs();
+  if (FLaidOutValid && FLaidOut == inputs) return;
+  FLaidOut = inputs;
+  FLaidOutValid = true;
   FInLayout = true;
   const float w = Width(), h = Height();
   const bool title = CanDrawTitle(w);

@@ -4,6 +4,7 @@
 // it and two wires to the ends of the run of tabs it stands for. It decides by itself
 // what fits in the width it gets: wires, title, or the favicon alone.
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -18,6 +19,7 @@
 namespace qx {
 
 class TCabinetIconBarImageRes;
+class TTabImage;
 
 class TCabinetIcon2 : public TCabinetIconLayout {
  public:
@@ -98,6 +100,18 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   TCabinetIcon2* NextIcon() const { return FNextIcon; }
   void SetNextIcon(TCabinetIcon2* icon);
 
+  // ---- the bar's bookkeeping across passes: the last pass that placed the icon, and
+  // the tab image it stood over then with that image's tab id, which together name the
+  // tab without asking for its id text.
+  std::uint32_t Pass() const { return FPass; }
+  void SetPass(std::uint32_t value) { FPass = value; }
+  const TTabImage* Image() const { return FImage; }
+  std::int32_t ImageTabId() const { return FImageTabId; }
+  void SetImage(const TTabImage* image, std::int32_t tabId) {
+    FImage = image;
+    FImageTabId = tabId;
+  }
+
   std::function<void(TCabinetIcon2* sender)> OnIconClick;
   void Click() override;
 
@@ -126,6 +140,14 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   void WriteLeft(float value) { Position().SetX(value); }
   void WriteWidth(float value) { SetWidth(value); }
   void KeepWidthFloor(bool growRight);
+  // Everything the layout of the parts depends on.
+  struct TLayoutInputs {
+    float Width = 0, Height = 0, FirstTabWidth = 0, VisibleLeft = 0, CompoundRight = 0, TextWidth = 0;
+    bool HasTitle = false, ForceHideLines = false;
+    std::array<const TBitmap*, 4> Pictures{};
+    bool operator==(const TLayoutInputs&) const = default;
+  };
+  TLayoutInputs LayoutInputs() const;
   void LimitVisibleToCompound();
 
   ComPtr<IServiceCoreWrap> FServiceCore;
@@ -139,6 +161,8 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   TRectF FcompoundVisibleArea;
   bool FHorzPosSet = false;
   bool FWidthSet = false;
+  // Set when this icon started its width animation, until seen stopped.
+  mutable bool FWidthAnimating = false;
   TFloatAnimation* FHorzPositionAnimation = nullptr;
   TFloatAnimation* FWidthAnimation = nullptr;
   bool FDragTarget = false;
@@ -161,10 +185,15 @@ class TCabinetIcon2 : public TCabinetIconLayout {
   TIconTextBackStatus FIconTextBackStatus = TIconTextBackStatus::itbsNone;
   TCabinetIcon2* FNextIcon = nullptr;
   bool FForceHideLines = false;
+  std::uint32_t FPass = 0;
+  const TTabImage* FImage = nullptr;
+  std::int32_t FImageTabId = 0;
   float FLastFirstTabWidth = 0;
   bool FLastFirstTabWidthSet = false;
   bool FRightToLeft = false;
   bool FInLayout = false;
+  TLayoutInputs FLaidOut;
+  bool FLaidOutValid = false;
   // The pictures the base shows now, so an unchanged look is not copied again.
   bool FBaseLookShown = false;
   TBitmap* FShownInside = nullptr;

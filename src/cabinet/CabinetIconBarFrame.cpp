@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <typeinfo>
-#include <unordered_map>
 
 #include "base/Text.h"
 #include "cabinet/CabinetBarIcon.h"
@@ -18,11 +17,11 @@ constexpr float kFarRight = 1000000000.0f;
 
 bool TooClose(float r) { return r >= 1 && r <= 4; }
 
-TString StringOf(IQxIString* text) {
-  if (!text) return {};
+// The string's text, alive as long as the string.
+std::u16string_view TextOf(IQxIString* text) {
   Text chars = nullptr;
-  if (Failed(text->GetText(&chars)) || !chars) return {};
-  return TString(chars);
+  if (!text || Failed(text->GetText(&chars)) || !chars) return {};
+  return chars;
 }
 
 }  // namespace
@@ -107,10 +106,12 @@ void TCabinetIconBarFrame::InitFont() {
   FFontSize = static_cast<std::int32_t>(font.Size) - 1;
 }
 
-std::u16string TCabinetIconBarFrame::CabinetTitle(IQxICabinetManager* manager, IQxITab* tab) {
+void TCabinetIconBarFrame::RefreshTitle(IQxICabinetManager* manager, TCabinetIcon2* icon) {
   ComPtr<IQxIString> title;
-  if (!manager || Failed(manager->GetDisplayTitle(tab, title.put()))) return {};
-  return StringOf(title.get());
+  if (!manager || Failed(manager->GetDisplayTitle(icon->Tab(), title.put()))) title = nullptr;
+  // Compared before copied: the title is nearly always the one the icon shows.
+  const std::u16string_view text = TextOf(title.get());
+  if (text != icon->Title()) icon->SetTitle(std::u16string(text));
 }
 
 TCabinetIcon2* TCabinetIconBarFrame::MakeIcon(const std::u16string& id, IQxITab* tab,
@@ -127,87 +128,13 @@ TCabinetIcon2* TCabinetIconBarFrame::MakeIcon(const std::u16string& id, IQxITab*
 void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std::int32_t animationType,
                                              TTabImage* dragTarget) {
   InitFont();
-  std::unordered_map<std::u16string, TCabinetIcon2*> pool;
-  for (TCabinetIcon2* icon : FIconList->Items()) {
-    icon->SetDragTarget(false);
-    icon->SetRightToLeft(false);
-    icon->SetForceHideLines(false);
-    icon->SetLastFirstTabWidth(icon->FirstTabWidth());
-    pool.emplace(icon->TabId(), icon);
+  // The list keeps its lookup across passes: only icons of new or gone tabs change it.
+  FIconList->BeginPass();
+  TCabinetIcon2* front = CollectIcons(dragTarget);
+  for (TCabinetIcon2* icon : FIconList->EndPass()) {
+    ForgetImage(icon);
+    delete icon;
   }
-  FIconList->Clear();
-
-  const float height = Height();
-  IPreviewStrip* strip = PreviewStrip();
-  TTabImageSectionList* tabs = strip ? strip->GetTabList() : nullptr;
-  ComPtr<IQxICabinetManager> manager;
-  // One tab manager for the whole pass: finding it through the services costs more than
-  // the lookup of one tab.
-  ComPtr<IQxITabManager> tabManager;
-  if (FServiceCore) {
-    FServiceCore->CabinetManager(manager);
-    FServiceCore->TabManager(tabManager);
-  }
-  TCabinetIcon2* front = nullptr;
-  if (tabs && manager && tabManager) {
-    std::int32_t group = 0;
-    TString prevDomain;
-    bool first = true;
-    TCabinetIcon2* runHead = nullptr;
-    for (TTabImageSection* section : *tabs)
-      for (TTabImageItem* item : *section) {
-        TTabImage* tab = AsTabImage(item);
-        if (!tab) continue;
-        const std::u16string id = tab->TabGuid();
-        ComPtr<IQxITab> hostTab;
-        if (!id.empty()) tabManager->TabByGuid(id.c_str(), hostTab.put());
-        if (!hostTab || Failed(manager->HasCabinetIcon(hostTab.get()))) continue;
-        ComPtr<IQxIString> domainText;
-        manager->GetDomainId(hostTab.get(), domainText.put());
-        const TString domain = StringOf(domainText.get());
-
-        TCabinetIcon2* icon = nullptr;
-        if (auto it = pool.find(id); it != pool.end()) {
-          icon = it->second;
-          pool.erase(it);
-        } else {
-          ComPtr<ISharedFMXBitmap> favicon;
-          FFaviconCache->GetFavicon(hostTab.get(), tab->TabId(), favicon);
-          if (favicon) icon = MakeIcon(id, hostTab.get(), favicon.get());
-        }
-        if (!icon) continue;
-        icon->SetTitle(CabinetTitle(manager.get(), hostTab.get()));
-        FIconList->AddIcon(id, icon);
-
-        ITabViewLayoutAttributes* attributes = tab->Attributes();
-        icon->SetzPosition(attributes ? static_cast<float>(attributes->GetZPosition()) : 0.0f);
-        icon->SetDragTarget(tab == dragTarget);
-        if (!front || icon->zPosition() >= front->zPosition()) front = icon;
-        TRectF area;
-        if (tab == dragTarget || !attributes) {
-          const float left = tab->Position().X() - TTabImage::kContentInset;
-          area = TRectF::FromSize(left, 0, static_cast<float>(TTabImageItem::size().cx), icon->Height());
-        } else {
-          const TRectD frame = attributes->GetFrame();
-          area = {static_cast<float>(frame.Left), 0, static_cast<float>(frame.Right), icon->Height()};
-        }
-        icon->SetvisibleArea(area);
-        icon->SetcompoundVisibleArea(area);
-        const bool visible = first || domain != prevDomain;
-        first = false;
-        prevDomain = domain;
-        icon->SetVisible(visible);
-        if (visible) {
-          ++group;
-          runHead = icon;
-        } else if (runHead) {
-          runHead->IncludeVisibleArea(area);
-        }
-        icon->SetDomainId(group);
-        if (icon->Height() != height) icon->SetHeight(height);
-      }
-  }
-  for (auto& [id, icon] : pool) delete icon;
   SortZOrder();
 
   const int count = FIconList->Count();
@@ -225,6 +152,110 @@ void TCabinetIconBarFrame::layoutCabinetIcon(bool animated, float duration, std:
     icon->AnimationSetLeft(animate, duration, animationType, area.Left);
     icon->AnimationSetWidth(animate, duration, animationType, area.Width());
   }
+}
+
+TCabinetIcon2* TCabinetIconBarFrame::KnownIcon(TTabImage* tab, std::u16string& id) {
+  if (const auto it = FIconOfImage.find(tab);
+      it != FIconOfImage.end() && it->second->ImageTabId() == tab->TabId())
+    return it->second;
+  id = tab->TabGuid();
+  return id.empty() ? nullptr : FIconList->FindIcon(id);
+}
+
+void TCabinetIconBarFrame::RememberImage(TCabinetIcon2* icon, TTabImage* tab) {
+  if (icon->Image() == tab && icon->ImageTabId() == tab->TabId()) return;
+  ForgetImage(icon);
+  icon->SetImage(tab, tab->TabId());
+  FIconOfImage[tab] = icon;
+}
+
+void TCabinetIconBarFrame::ForgetImage(TCabinetIcon2* icon) {
+  // Only its own entry: the image's address may serve another icon's tab by now.
+  if (const auto it = FIconOfImage.find(icon->Image()); it != FIconOfImage.end() && it->second == icon)
+    FIconOfImage.erase(it);
+}
+
+TCabinetIcon2* TCabinetIconBarFrame::CollectIcons(TTabImage* dragTarget) {
+  const float height = Height();
+  IPreviewStrip* strip = PreviewStrip();
+  TTabImageSectionList* tabs = strip ? strip->GetTabList() : nullptr;
+  ComPtr<IQxICabinetManager> manager;
+  // One tab manager for the whole pass: finding it through the services costs more than
+  // the lookup of one tab.
+  ComPtr<IQxITabManager> tabManager;
+  if (FServiceCore) {
+    FServiceCore->CabinetManager(manager);
+    FServiceCore->TabManager(tabManager);
+  }
+  if (!tabs || !manager || !tabManager) return nullptr;
+  TCabinetIcon2* front = nullptr;
+  std::int32_t group = 0;
+  // The run's domain as the host gave it, compared by its text.
+  ComPtr<IQxIString> runDomain;
+  std::u16string_view runDomainText;
+  TCabinetIcon2* runHead = nullptr;
+  for (TTabImageSection* section : *tabs)
+    for (TTabImageItem* item : *section) {
+      TTabImage* tab = AsTabImage(item);
+      if (!tab) continue;
+      std::u16string id;
+      TCabinetIcon2* icon = KnownIcon(tab, id);
+      // A known icon holds its host tab; only a new one is looked up.
+      ComPtr<IQxITab> foundTab;
+      if (!icon && !id.empty()) tabManager->TabByGuid(id.c_str(), foundTab.put());
+      IQxITab* hostTab = icon ? icon->Tab() : foundTab.get();
+      if (!hostTab) continue;
+      // Asked once per tab: a tab without a site icon has no domain either.
+      ComPtr<IQxIString> domain;
+      if (Failed(manager->GetDomainId(hostTab, domain.put()))) continue;
+      const bool made = !icon;
+      if (icon) {
+        // The same tab twice in the strip keeps its first place.
+        if (!FIconList->Keep(icon)) continue;
+        icon->SetRightToLeft(false);
+        icon->SetForceHideLines(false);
+        icon->SetLastFirstTabWidth(icon->FirstTabWidth());
+      } else {
+        ComPtr<ISharedFMXBitmap> favicon;
+        FFaviconCache->GetFavicon(hostTab, tab->TabId(), favicon);
+        if (!favicon) continue;
+        icon = MakeIcon(id, hostTab, favicon.get());
+        FIconList->AddIcon(id, icon);
+      }
+      RememberImage(icon, tab);
+
+      ITabViewLayoutAttributes* attributes = tab->Attributes();
+      icon->SetzPosition(attributes ? static_cast<float>(attributes->GetZPosition()) : 0.0f);
+      icon->SetDragTarget(tab == dragTarget);
+      if (!front || icon->zPosition() >= front->zPosition()) front = icon;
+      TRectF area;
+      if (tab == dragTarget || !attributes) {
+        const float left = tab->Position().X() - TTabImage::kContentInset;
+        area = TRectF::FromSize(left, 0, static_cast<float>(TTabImageItem::size().cx), icon->Height());
+      } else {
+        const TRectD frame = attributes->GetFrame();
+        area = {static_cast<float>(frame.Left), 0, static_cast<float>(frame.Right), icon->Height()};
+      }
+      icon->SetvisibleArea(area);
+      icon->SetcompoundVisibleArea(area);
+      // Tabs of one domain may share the host's string, which then needs no reading.
+      const bool sameDomain = runHead && (domain == runDomain || TextOf(domain.get()) == runDomainText);
+      const bool visible = !sameDomain;
+      icon->SetVisible(visible);
+      // Only a shown icon draws its title; a hidden one gets it when it heads a run.
+      if (visible || made) RefreshTitle(manager.get(), icon);
+      if (visible) {
+        ++group;
+        runHead = icon;
+        runDomain = std::move(domain);
+        runDomainText = TextOf(runDomain.get());
+      } else {
+        runHead->IncludeVisibleArea(area);
+      }
+      icon->SetDomainId(group);
+      if (icon->Height() != height) icon->SetHeight(height);
+    }
+  return front;
 }
 
 void TCabinetIconBarFrame::ResolveOverlap(int pivot) {
@@ -304,7 +335,7 @@ void TCabinetIconBarFrame::UpdateIcon(TTabImage* tab) {
   if (favicon) icon->SetFavicon(favicon.get());
   ComPtr<IQxICabinetManager> manager;
   FServiceCore->CabinetManager(manager);
-  if (manager) icon->SetTitle(CabinetTitle(manager.get(), icon->Tab()));
+  if (manager) RefreshTitle(manager.get(), icon);
 }
 
 bool TCabinetIconBarFrame::ExistIcon(TTabImage* tab) { return tab && FIconList->FindIcon(tab->TabGuid()); }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "base/ComPtr.h"
 #include "cabinet/CabinetBarIconList.h"
@@ -55,7 +56,15 @@ class TCabinetIconBarFrame : public TFrame {
   void FaviconCacheNotifyUpdate(const TString& uri, ISharedFMXBitmap* favicon);
   void IconLayoutMouseMove();
   TCabinetIcon2* MakeIcon(const std::u16string& id, IQxITab* tab, ISharedFMXBitmap* favicon);
-  std::u16string CabinetTitle(IQxICabinetManager* manager, IQxITab* tab);
+  // The first step of a layout pass: the icons in tab order, each over its tab, one shown
+  // per run; gives the frontmost.
+  TCabinetIcon2* CollectIcons(TTabImage* dragTarget);
+  void RefreshTitle(IQxICabinetManager* manager, TCabinetIcon2* icon);
+  // The icon of a tab image: found by the image itself when it stood there in an earlier
+  // pass, else by the tab's id, which is then left in id.
+  TCabinetIcon2* KnownIcon(TTabImage* tab, std::u16string& id);
+  void RememberImage(TCabinetIcon2* icon, TTabImage* tab);
+  void ForgetImage(TCabinetIcon2* icon);
 
   TCabinetIconBarImageRes* FImageRes = nullptr;
   ComPtr<IServiceCoreWrap> FServiceCore;
@@ -71,6 +80,8 @@ class TCabinetIconBarFrame : public TFrame {
   std::int32_t FFontSize = 0;
   TCabinetIconBarForm* FParentForm = nullptr;
   TLayout* FIconLayout = nullptr;
+  // Each icon by the tab image it stood over in the last pass that placed it.
+  std::unordered_map<const TTabImage*, TCabinetIcon2*> FIconOfImage;
 };
 
 }  // namespace qx

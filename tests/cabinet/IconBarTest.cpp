@@ -50,7 +50,7 @@ TEST_F(IconBarTest, OneVisibleIconPerRunOfOneDomain) {
   CreateStrip();
   CreateBar();
   Open(u"https://a.example/1", u"A one");
-  Open(u"https://a.example/2");
+  TFakeTab* second = Open(u"https://a.example/2");
   Open(u"https://b.example/");
   Open(u"https://A.example/3");  // the same domain, split off by b
   Open(u"about:blank");          // no address with a host: no icon
@@ -70,6 +70,16 @@ TEST_F(IconBarTest, OneVisibleIconPerRunOfOneDomain) {
   // Icons stand over their tabs, left to right.
   for (std::size_t i = 1; i < shown.size(); ++i)
     EXPECT_GE(shown[i]->compoundVisibleArea().Left, shown[i - 1]->compoundVisibleArea().Right - 0.01f);
+
+  // A tab moving to another site leaves its run for the next one, which it now heads
+  // under its new title.
+  host_.Model().NavigateTab(second, u"https://b.example/2", u"B two");
+  bar_.As<ICabinetIconBar>()->layoutCabinetIcon(false, 0, 0, nullptr);
+  groups.clear();
+  for (TCabinetIcon2* icon : Icons()) groups.push_back(icon->DomainId());
+  EXPECT_EQ(groups, (std::vector<std::int32_t>{1, 2, 2, 3, 4}));
+  ASSERT_TRUE(Icons()[1]->Visible());
+  EXPECT_EQ(Icons()[1]->Title(), u"B two");
 }
 
 TEST_F(IconBarTest, PrivateTabsAndUnknownTabsLeaveTheBarEmptyAndOldIconsAreFreed) {
