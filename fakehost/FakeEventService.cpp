@@ -84,6 +84,17 @@ void TFakeEventService::Log(std::u16string_view eventId, IQxIStringDictionary* p
   log_.push_back(std::move(record));
 }
 
+void TFakeEventService::Log(std::u16string_view eventId, const TFakeParams& parameters,
+                            TFakeEventRecord::EDelivery delivery) {
+  TFakeEventRecord record;
+  record.Id = eventId;
+  record.Parameters = parameters;
+  record.Delivery = delivery;
+  record.FromHost = true;
+  std::lock_guard lock(mutex_);
+  log_.push_back(std::move(record));
+}
+
 std::vector<std::u16string> TFakeEventService::DeliverNow(std::u16string_view eventId,
                                                           IQxIStringDictionary* parameters) {
   std::vector<std::shared_ptr<TEntry>> snapshot;
@@ -142,13 +153,13 @@ HResult QX_STDCALL TFakeEventService::Post(Text eventId, Text target, IQxIString
 std::vector<std::u16string> TFakeEventService::FireFromHost(std::u16string_view eventId,
                                                             const TFakeParams& parameters) {
   auto dictionary = MakeCom<TFakeStringDictionary>(parameters);
-  Log(eventId, dictionary.get(), TFakeEventRecord::EDelivery::Fired, true, {});
+  Log(eventId, dictionary->Entries(), TFakeEventRecord::EDelivery::Fired);
   return Deliver(eventId, dictionary.get());
 }
 
 void TFakeEventService::PostFromHost(std::u16string_view eventId, const TFakeParams& parameters) {
   auto dictionary = MakeCom<TFakeStringDictionary>(parameters);
-  Log(eventId, dictionary.get(), TFakeEventRecord::EDelivery::Posted, true, {});
+  Log(eventId, dictionary->Entries(), TFakeEventRecord::EDelivery::Posted);
   std::lock_guard lock(mutex_);
   posts_.push_back(TPost{std::u16string(eventId), ComPtr<IQxIStringDictionary>(dictionary.get())});
 }

@@ -90,6 +90,9 @@ class TFakeEventService : public TInterfacedObject<IQxIEventService> {
   std::vector<std::u16string> DeliverNow(std::u16string_view eventId, IQxIStringDictionary* parameters);
   void Log(std::u16string_view eventId, IQxIStringDictionary* parameters, TFakeEventRecord::EDelivery delivery,
            bool fromHost, std::u16string target);
+  // The host's own events are logged from the dictionary's entries as they stand: reading
+  // them back through the host's interfaces costs every event a round of copies.
+  void Log(std::u16string_view eventId, const TFakeParams& parameters, TFakeEventRecord::EDelivery delivery);
 
   mutable std::mutex mutex_;
   std::vector<std::shared_ptr<TEntry>> entries_;

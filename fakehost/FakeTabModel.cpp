@@ -749,7 +749,7 @@ TFakeTab* TFakeTabModel::TabByDockId(std::int32_t id) const {
 
 TFakeTab* TFakeTabModel::TabByBrowserId(std::u16string_view browserId) const {
   for (const auto& tab : tabs_)
-    if (tab->browser_ && SameText(tab->browser_->TextValue(browser_key::BrowserId), browserId)) return tab.get();
+    if (tab->browser_ && SameText(tab->browser_->BrowserIdText(), browserId)) return tab.get();
   return nullptr;
 }
 

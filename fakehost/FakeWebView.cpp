@@ -3,6 +3,7 @@
 #include "fakehost/FakeCom.h"
 #include "fakehost/FakeTabModel.h"
 #include "fakehost/FakeVariant.h"
+#include "host/HostKeys.h"
 
 namespace qx {
 
@@ -17,6 +18,7 @@ ComPtr<IQxIVariant> TFakeWebView::Value(std::u16string_view key) const {
 std::u16string TFakeWebView::TextValue(std::u16string_view key) const { return ReadVariantText(Value(key).get()); }
 
 void TFakeWebView::StoreValue(std::u16string_view key, IQxIVariant* value) {
+  if (key == browser_key::BrowserId) browserId_ = ReadVariantText(value);
   for (auto& entry : values_) {
     if (entry.first == key) {
       entry.second = value;

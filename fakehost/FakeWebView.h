@@ -34,6 +34,8 @@ class TFakeWebView : public TInterfacedObject<IQxIBrowser> {
   TFakePage& Page() { return page_; }
   ComPtr<IQxIVariant> Value(std::u16string_view key) const;
   std::u16string TextValue(std::u16string_view key) const;
+  // The text of "browser-id", kept as it is stored: the host looks browsers up by it.
+  const std::u16string& BrowserIdText() const { return browserId_; }
   const std::vector<std::u16string>& BackHistory() const { return history_; }
   // The engine object that GetObject hands out; nil makes it fail.
   void SetEngineObject(IUnknown* object) { engineObject_ = object; }
@@ -47,6 +49,7 @@ class TFakeWebView : public TInterfacedObject<IQxIBrowser> {
   const TGUID guid_;
   const std::int32_t listId_;
   std::vector<std::pair<std::u16string, ComPtr<IQxIVariant>>> values_;
+  std::u16string browserId_;
   std::vector<std::u16string> history_;
   TFakeTab* tab_ = nullptr;
   TFakePage page_;

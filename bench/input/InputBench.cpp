@@ -1,6 +1,8 @@
 // The pointer over a strip of 2,000 tabs: one mouse move from the form's window message
 // to the placed tab images (hover, layout, placing), and one auto-scroll tick of a drag
 // held at the strip's right end. Input goes in as window messages of the strip's form.
+// The strip stands in its parent form inside a host window, as in the module: a frame
+// on its own is as wide as its tabs, so nothing would stack or scroll.
 
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
@@ -13,8 +15,8 @@
 #include "host/ServiceCoreWrap.h"
 #include "platform/portable/ScopedPortableOs.h"
 #include "tabbar/TabbarForm.h"
+#include "tabbar/TabbarParentForm.h"
 #include "toolkit/Application.h"
-#include "toolkit/Form.h"
 
 namespace qx {
 namespace {
@@ -28,7 +30,8 @@ std::filesystem::path NewFolder() {
   return mkdtemp(pattern.data());
 }
 
-// A browser of kTabs tabs in one group and the strip in a shown form of its own.
+// A browser of kTabs tabs in one group and the strip in its parent form, embedded in a
+// shown host window.
 class TInputBench {
  public:
   TInputBench() : FRoot(NewFolder()) {
@@ -46,17 +49,21 @@ class TInputBench {
       FHost.Model().OpenTab(u"https://example.com/", how);
     }
     FImageRes = std::make_unique<TTabbarImageRes>(FWrap.get());
-    FForm = std::make_unique<TForm>();
+    FOs->RegisterClassW(u"QxBenchHost", &DefaultProc);
+    FHostWindow = FOs->CreateWindowExW(0, u"QxBenchHost", u"host", win::WS_POPUP | win::WS_VISIBLE, 0, 0,
+                                       kStripWidth, 200, nullptr, nullptr);
+    FForm = std::make_unique<TTabbarParentForm>(nullptr, FImageRes.get(), FWrap.get(), FHostWindow);
+    EmbedChildForm(*FForm, FHostWindow);
     FForm->SetBounds(0, 0, kStripWidth, kStripHeight);
-    FFrame = new TTabbarFrame(FForm.get(), FImageRes.get(), nullptr, FWrap.get(), nullptr);
-    FFrame->SetParent(FForm.get());
-    FFrame->SetBounds(0, 0, kStripWidth, kStripHeight);
-    FHost.Events().FireFromHost(u"Client.Initialized", {});
     FForm->Show();
+    FOs->ShowWindow(FForm->FormHandle(), win::SW_SHOWNA);
+    FFrame = FForm->TabbarChildFrame();
+    FHost.Events().FireFromHost(u"Client.Initialized", {});
     Settle(1000);
   }
   ~TInputBench() {
     FForm.reset();
+    FOs->DestroyWindow(FHostWindow);
     FImageRes.reset();
     TTabImage::ReleaseBlankPicture();
     TToolkit::Finalize();
@@ -66,9 +73,8 @@ class TInputBench {
   }
 
   TTabbarFrame& Frame() { return *FFrame; }
-  void Send(std::uint32_t msg, int x, int y, WParam keys) {
-    FOs->InjectMouse(FForm->Handle(), msg, x, y, keys);
-  }
+  // x and y in the form's client coordinates; the host window stands at the screen's origin.
+  void Send(std::uint32_t msg, int x, int y, WParam keys) { FOs->InjectMouseAtScreen(msg, {x, y}, keys); }
   void Settle(std::uint64_t ms) {
     for (std::uint64_t t = 0; t < ms; t += 10) FOs->AdvanceClock(10);
   }
@@ -84,8 +90,13 @@ class TInputBench {
   TFakeHost FHost;
   ComPtr<TServiceCoreWrapImpl> FWrap;
   std::unique_ptr<TTabbarImageRes> FImageRes;
-  std::unique_ptr<TForm> FForm;
+  HWnd FHostWindow = nullptr;
+  std::unique_ptr<TTabbarParentForm> FForm;
   TTabbarFrame* FFrame = nullptr;
+
+  static LResult QX_STDCALL DefaultProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
+    return Platform().DefWindowProcW(hwnd, msg, wParam, lParam);
+  }
 };
 
 void BM_MouseMoveOver2000(benchmark::State& state) {

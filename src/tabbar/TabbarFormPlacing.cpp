@@ -52,7 +52,7 @@ void TTabbarFrame::UpdateTabbarWidth(bool animated, float duration) {
 }
 
 void TTabbarFrame::ApplyLayoutAttributes(bool animated, float duration) {
-  ComPtr<ITabViewLayoutAttributeList> list = GetLayout()->layoutAttributes();
+  ComPtr<ITabViewLayoutAttributeList> list = GetLayout()->relayoutAttributes();
   if (!list) return;
   ComPtr<ITabViewLayoutAttributes> active;
   const std::int32_t count = list->Count();

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <typeinfo>
 
 #include "base/Text.h"
 #include "tabview/TabGroupViewLayoutMath.h"
@@ -263,7 +264,22 @@ bool TTabGroupViewLayout::atRightEdge(double curve) const {
 
 // ------------------------------------------------------------------ passes
 
-TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::buildAttributes(TItems& items) const {
+namespace {
+
+// The tab's last attributes when only the tab holds them; a pass may then write
+// them over, since the tab gets them back from that same pass.
+TTabViewLayoutAttributesImpl* RefillableAttributes(const TTabImageItem* tab) {
+  ITabViewLayoutAttributes* last = tab->LastAttributes();
+  if (!last || typeid(*last) != typeid(TTabViewLayoutAttributesImpl)) return nullptr;
+  auto* item = static_cast<TTabViewLayoutAttributesImpl*>(last);
+  if (item->RefCount() != 1) return nullptr;
+  item->Reset();
+  return item;
+}
+
+}  // namespace
+
+TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::buildAttributes(TItems& items, bool refill) const {
   items.clear();
   auto list = MakeCom<TTabViewLayoutAttributeList>();
   if (!FSections) return TAttributeList(list);
@@ -276,7 +292,8 @@ TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::buildAttributes(TItems&
     const bool inDraggedSection = draggedSection == section && count > 1;
     std::int32_t index = 0;
     for (TTabImageItem* tab : *section) {
-      auto* item = new TTabViewLayoutAttributesImpl();
+      TTabViewLayoutAttributesImpl* item = refill ? RefillableAttributes(tab) : nullptr;
+      if (!item) item = new TTabViewLayoutAttributesImpl();
       TLayoutAttributesPtr held(item);
       item->Active = tab->IsActive();
       item->InDraggedSection = inDraggedSection;
@@ -297,12 +314,12 @@ TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::buildAttributes(TItems&
 
 TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::createAttributes() const {
   TItems items;
-  return buildAttributes(items);
+  return buildAttributes(items, false);
 }
 
-TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::layoutAttributes() {
+TTabGroupViewLayout::TAttributeList TTabGroupViewLayout::layoutPass(bool refill) {
   TItems& items = FScratch;
-  TAttributeList list = buildAttributes(items);
+  TAttributeList list = buildAttributes(items, refill);
 
   const double sum = sumWidth();
   double acc = 0;

@@ -68,7 +68,10 @@ class TTabGroupViewLayout {
   // The chained list without geometry; the caller calls UnChain on item 0.
   TAttributeList createAttributes() const;
   // The whole strip; the caller calls UnChain on item 0 when done.
-  TAttributeList layoutAttributes();
+  TAttributeList layoutAttributes() { return layoutPass(false); }
+  // The same, for a caller that gives each tab its new attributes at once: a tab's
+  // last attributes that nothing else holds are refilled instead of made anew.
+  TAttributeList relayoutAttributes() { return layoutPass(true); }
   void debugFrame(ITabViewLayoutAttributeList* list) const;
   void debugProgress() const {}
 
@@ -133,7 +136,8 @@ class TTabGroupViewLayout {
   void setParameters(ComPtr<ITabLayoutCalculationParameters> parameters);
   TView view() const;
   std::int32_t tabCount() const;
-  TAttributeList buildAttributes(TItems& items) const;
+  TAttributeList buildAttributes(TItems& items, bool refill) const;
+  TAttributeList layoutPass(bool refill);
   static double curveY(const TCurve& curve, double x);
   static double curveX(const TCurve& curve, double y);
   bool atLeftEdge(double curveRatio) const;

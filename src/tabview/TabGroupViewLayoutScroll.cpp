@@ -77,7 +77,7 @@ void TTabGroupViewLayout::syncProgress() {
 void TTabGroupViewLayout::moveActiveCenter() {
   FPin = nullptr;
   TItems items;
-  TAttributeList list = buildAttributes(items);
+  TAttributeList list = buildAttributes(items, false);
   const double sum = sumWidth();
   double acc = 0;
   // A strip of one tab has no width to share out; it stays at 0.
@@ -92,14 +92,18 @@ void TTabGroupViewLayout::moveActiveCenter() {
   if (!items.empty()) items.front()->UnChain();
 }
 
+// A strip already at its end has nothing left to scroll that way, so a tab held
+// in the stack zone there no longer keeps the auto-scroll going.
 bool TTabGroupViewLayout::shouldScrollLeft(const TRectD& rect) const {
   const TRectD frame = viewFrame();
-  return curveRatio() * frame.Width() + frame.Left >= rect.Left;
+  const double curve = curveRatio();
+  return curve * frame.Width() + frame.Left >= rect.Left && !atLeftEdge(curve);
 }
 
 bool TTabGroupViewLayout::shouldScrollRight(const TRectD& rect) const {
   const TRectD frame = viewFrame();
-  return rect.Right >= (1 - curveRatio()) * frame.Width() - kTabWidth + frame.Left;
+  const double curve = curveRatio();
+  return rect.Right >= (1 - curve) * frame.Width() - kTabWidth + frame.Left && !atRightEdge(curve);
 }
 
 TPointD TTabGroupViewLayout::dragged(const TRectD& rect) const {

@@ -180,6 +180,11 @@ void TTabImage::AssignBlankPicture() {
   if (blank) FThumbnail->SetBitmap(blank.get());
 }
 
+bool TTabImage::HasTabGuid(std::u16string_view guid) {
+  if (FTabGuid.empty()) TabGuid();
+  return FTabGuid == guid;
+}
+
 std::u16string TTabImage::TabGuid() {
   if (FTabGuid.empty() && FTabId != 0 && FServiceCore) {
     ComPtr<IQxITab> tab;

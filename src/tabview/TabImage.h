@@ -51,6 +51,7 @@ class TTabImage : public TLayout, public TTabImageItem {
   std::int32_t TabId() const { return FTabId; }
   // Asks the host once, then keeps the answer.
   std::u16string TabGuid() override;
+  bool HasTabGuid(std::u16string_view guid) override;
 
   // ---- published animation targets
   float TabImageLeft() const { return Position().X() - kContentInset; }
@@ -64,6 +65,7 @@ class TTabImage : public TLayout, public TTabImageItem {
   // Copies what the tab keeps of a layout pass.
   void SetAttributes(ITabViewLayoutAttributes* attributes);
   ITabViewLayoutAttributes* Attributes() const { return FAttributes.get(); }
+  ITabViewLayoutAttributes* LastAttributes() const override { return FAttributes.get(); }
   double SortPosition() const { return FSortPosition; }
   bool FirstInSection() const { return FFirstInSection; }
   bool LastInSection() const { return FLastInSection; }

@@ -10,6 +10,7 @@ namespace qx {
 
 class TTabImage;
 class TTabImageSection;
+struct ITabViewLayoutAttributes;
 
 // What the strip's layout and its sections know of a tab: its fixed size, its
 // section, its indexes and whether it is the selected one. The tab control
@@ -42,10 +43,16 @@ class TTabImageItem {
   // first need overrides this.
   virtual std::u16string TabGuid() { return FTabGuid; }
   void SetTabGuid(std::u16string guid) { FTabGuid = std::move(guid); }
+  // Whether TabGuid is guid, without a copy of the text.
+  virtual bool HasTabGuid(std::u16string_view guid) { return FTabGuid == guid; }
 
   // The control behind the item without a cast: the strip asks this for every
   // tab on every pass.
   virtual TTabImage* AsTabImage() { return nullptr; }
+
+  // The attributes the tab was last placed with, if it keeps them; a layout pass
+  // refills them when nothing else holds them.
+  virtual ITabViewLayoutAttributes* LastAttributes() const { return nullptr; }
 
  protected:
   std::u16string FTabGuid;

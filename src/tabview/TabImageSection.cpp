@@ -249,6 +249,16 @@ void TTabImageSectionList::Swap(TTabImageItem* tabA, TTabImageItem* tabB) {
 }
 
 TTabImageItem* TTabImageSectionList::FindTabImageFromId(std::u16string_view guid) const {
+  // The first lookups after a change walk the tabs: an added tab is often followed
+  // by a single event about it, and that walk costs far less than a new map.
+  if (!FTabMapValid && FLookupsSinceChange < kWalksBeforeMap) {
+    ++FLookupsSinceChange;
+    if (guid.empty()) return nullptr;
+    // From the end, as the map keeps the last of two tabs with one id.
+    for (auto it = FTabImages.rbegin(); it != FTabImages.rend(); ++it)
+      if ((*it)->HasTabGuid(guid)) return *it;
+    return nullptr;
+  }
   if (!FTabMapValid) {
     FTabMap.clear();
     FTabMap.reserve(FTabImages.size());
@@ -285,6 +295,7 @@ void TTabImageSectionList::ReIndex() {
   FTabImages.clear();
   FTabMap.clear();
   FTabMapValid = false;
+  FLookupsSinceChange = 0;
   for (const auto& section : FSections) {
     std::int32_t sectionIndex = 0;
     for (TTabImageItem* tab : section->FTabImages) {

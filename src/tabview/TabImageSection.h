@@ -132,6 +132,8 @@ class TTabImageSectionList {
   // often than it looks a tab up by its id.
   mutable std::unordered_map<std::u16string, TTabImageItem*> FTabMap;
   mutable bool FTabMapValid = false;
+  static constexpr int kWalksBeforeMap = 4;
+  mutable int FLookupsSinceChange = 0;
   std::int32_t FUpdateCount = 0;
   bool FDestroying = false;
 };

@@ -8,6 +8,24 @@ TPointD QX_STDCALL TTabViewLayoutAttributesImpl::GetCenter() {
   return TPointD(Frame.Left + Frame.Width() / 2, Frame.Left + Frame.Height() / 2);
 }
 
+void TTabViewLayoutAttributesImpl::Reset() {
+  Frame = TRectD();
+  Reserved = false;
+  FirstInSection = false;
+  Next = nullptr;
+  LastInSection = false;
+  ZPosition = 0;
+  Hidden = false;
+  InDraggedSection = false;
+  ClipFrame = TRectD();
+  OverlapsLeft = false;
+  StraightPosition = 0;
+  Previous = nullptr;
+  Active = false;
+  OverlapsRight = false;
+  InitialStraightPosition = 0;
+}
+
 std::int32_t QX_STDCALL TTabViewLayoutAttributesImpl::GetPrecedingCount() {
   std::int32_t count = 0;
   for (ITabViewLayoutAttributes* item = Previous.get(); item;) {

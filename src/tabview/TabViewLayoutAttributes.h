@@ -83,6 +83,9 @@ class TTabViewLayoutAttributesImpl final : public TInterfacedObject<ITabViewLayo
   bool OverlapsRight = false;
   double InitialStraightPosition = 0;
 
+  // Back to a fresh item's values, links dropped; the reference count stays.
+  void Reset();
+
   bool QX_STDCALL GetActive() override { return Active; }
   TPointD QX_STDCALL GetCenter() override;
   TRectD QX_STDCALL GetFrame() override { return Frame; }

@@ -172,6 +172,8 @@ TEST_F(InputTest, ADragHeldAtTheLeftEndScrollsTheStripUnderItAndTheTabEndsUnderT
   EXPECT_TRUE(frame.AutoScrollTimer()->Enabled());
   Advance(2500);
   EXPECT_EQ(frame.DragTarget(), dragged);
+  // With nothing left to scroll the timer has stopped by itself.
+  EXPECT_FALSE(frame.AutoScrollTimer()->Enabled());
   // At the strip's start the tab is let through to the pointer.
   const TRectF rect = dragged->AbsoluteRect();
   EXPECT_LE(Screen({rect.Left, rect.Top}).X, end.X);

@@ -88,17 +88,27 @@ TEST(LayoutScroll, MoveActiveCenter) {
   EXPECT_EQ(single.layout().progress(), 0);
 }
 
-TEST(LayoutScroll, ShouldScrollAtTheStackZones) {
+TEST(LayoutScroll, ShouldScrollAtTheStackZonesUnlessTheStripIsAtThatEnd) {
   TStrip strip({100}, 1000);
   TTabGroupViewLayout& layout = strip.layout();
+  RunLayout(layout);
+  layout.scroll(0.5);
   const double e = layout.curveRatio();
   const TRectD frame = layout.viewFrame();
-  const double leftZone = e * frame.Width() + frame.Left;
-  EXPECT_TRUE(layout.shouldScrollLeft(TRectD::FromBounds(leftZone, 0, 98, 49)));
-  EXPECT_FALSE(layout.shouldScrollLeft(TRectD::FromBounds(leftZone + 0.5, 0, 98, 49)));
+  const TRectD atLeftZone = TRectD::FromBounds(e * frame.Width() + frame.Left, 0, 98, 49);
+  EXPECT_TRUE(layout.shouldScrollLeft(atLeftZone));
+  EXPECT_FALSE(layout.shouldScrollLeft(TRectD::FromBounds(atLeftZone.Left + 0.5, 0, 98, 49)));
   const double rightZone = (1 - e) * frame.Width() - 98 + frame.Left;
-  EXPECT_TRUE(layout.shouldScrollRight(TRectD::FromBounds(rightZone - 98, 0, 98, 49)));
+  const TRectD atRightZone = TRectD::FromBounds(rightZone - 98, 0, 98, 49);
+  EXPECT_TRUE(layout.shouldScrollRight(atRightZone));
   EXPECT_FALSE(layout.shouldScrollRight(TRectD::FromBounds(rightZone - 99, 0, 98, 49)));
+  // Scrolled to either end, that end's zone asks for nothing more.
+  layout.scroll(-5);
+  EXPECT_FALSE(layout.shouldScrollLeft(atLeftZone));
+  EXPECT_TRUE(layout.shouldScrollRight(atRightZone));
+  layout.scroll(5);
+  EXPECT_TRUE(layout.shouldScrollLeft(atLeftZone));
+  EXPECT_FALSE(layout.shouldScrollRight(atRightZone));
 }
 
 TEST(LayoutScroll, DraggedTabLimits) {
