@@ -25,8 +25,8 @@ TEST_F(EventsTest, MainThreadEventRunsBeforeFireReturns) {
 TEST_F(EventsTest, MethodWinsOverClosure) {
   int method = 0, closure = 0;
   ComPtr<IQxIEventListener> listener = MakeCom<TEventListenerImpl>(
-      [&](const TString&, IQxIEvent*) { return ++method, kOk; }, [&](const TString&, IQxIEvent*) { return ++closure, kOk; },
-      nullptr, u"E", false);
+      [&](const TString&, IQxIEvent*) { return ++method, kOk; },
+      [&](const TString&, IQxIEvent*) { return ++closure, kOk; }, nullptr, u"E", false);
   listener->OnEvent(u"E", nullptr);
   EXPECT_EQ(method, 1);
   EXPECT_EQ(closure, 0);
