@@ -85,7 +85,7 @@ TEST_F(FakeServices, UnknownIdsAndNullArgumentsFailWithNil) {
   EXPECT_FALSE(object);
 }
 
-TEST_F(FakeServices, RemovedServicesAreMissingUntilRestored) {
+TEST_F(FakeServices, RemovedServicesAreMissingUntilRestoredAndRegisteredPluginsFindEachOther) {
   browser_.Host().RemoveService("TabManager");
   EXPECT_FALSE(Plugin<IQxITabManager>("TabManager"));
   browser_.Host().RemoveService("PropertyService");
@@ -94,9 +94,7 @@ TEST_F(FakeServices, RemovedServicesAreMissingUntilRestored) {
   browser_.Host().RestoreService("PropertyService");
   EXPECT_TRUE(Plugin<IQxITabManager>("TabManager"));
   EXPECT_TRUE(Core<IQxIPropertyService>("PropertyService"));
-}
 
-TEST_F(FakeServices, RegisteredPluginsFindEachOther) {
   auto control = MakeCom<TFakeStringArray>();  // any object stands for a module plug-in
   browser_.Host().RegisterPlugin("CabinetIconBarControl", static_cast<IQxIStringArray*>(control.get()));
   auto found = Plugin<IQxIStringArray>("CabinetIconBarControl");
