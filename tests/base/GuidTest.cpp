@@ -7,16 +7,14 @@ namespace {
 
 constexpr TGUID kSample = MakeGuid("{B44F6CDA-9925-40E8-9B8F-9227DA15ED4C}");
 
-TEST(GuidTest, ParsesWithAndWithoutBraces) {
+TEST(GuidTest, ParsesWithOrWithoutBracesAndFormatsUpperCaseWithBraces) {
   EXPECT_EQ(kSample.D1, 0xB44F6CDAu);
   EXPECT_EQ(kSample.D2, 0x9925);
   EXPECT_EQ(kSample.D3, 0x40E8);
   EXPECT_EQ(kSample.D4[0], 0x9B);
   EXPECT_EQ(kSample.D4[7], 0x4C);
   EXPECT_EQ(TryParseGuid(u"b44f6cda-9925-40e8-9b8f-9227da15ed4c"), kSample);
-}
 
-TEST(GuidTest, FormatsUpperCaseWithBraces) {
   EXPECT_EQ(GuidToString(kSample), u"{B44F6CDA-9925-40E8-9B8F-9227DA15ED4C}");
   EXPECT_EQ(TryParseGuid(GuidToString(kSample)), kSample);
 }

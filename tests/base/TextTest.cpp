@@ -5,14 +5,14 @@
 namespace qx {
 namespace {
 
-TEST(TextTest, Utf8RoundTripIncludingSurrogatePairs) {
+TEST(TextTest, Utf8RoundTripsSurrogatePairsAndReplacesBrokenInput) {
   const std::u16string text = u"tab \u00e9\u65e5\U0001F600";
   EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
   EXPECT_EQ(ToUtf8(u"\u65e5"), "\xE6\x97\xA5");
-}
 
-TEST(TextTest, BrokenInputBecomesReplacementCharacters) {
-  EXPECT_EQ(FromUtf8("a\xFF" "b"), u"a\uFFFDb");
+  EXPECT_EQ(FromUtf8("a\xFF"
+                     "b"),
+            u"a\uFFFDb");
   EXPECT_EQ(FromUtf8("\xE6\x97"), u"\uFFFD");
   EXPECT_EQ(FromUtf8("\xC0\x80"), u"\uFFFD");  // overlong
   EXPECT_EQ(ToUtf8(std::u16string(1, char16_t(0xD800))), "\xEF\xBF\xBD");

@@ -22,11 +22,9 @@ class ExportsTest : public ::testing::Test {
   ComPtr<TFakeServiceCore> core_ = MakeCom<TFakeServiceCore>();
 };
 
-TEST_F(ExportsTest, EnumPluginListsBothPluginsInTableOrder) {
+TEST_F(ExportsTest, EnumPluginListsBothPluginsInTableOrderAndWritesNothingThroughANullPointer) {
   EXPECT_EQ(loader_.PluginIds(), (std::vector<std::string>{"PreviewStripPlugin", "CabinetIconBarControl"}));
-}
 
-TEST_F(ExportsTest, EnumPluginWithANullPointerWritesNothing) {
   std::int32_t count = -1;
   const char* const* ids = reinterpret_cast<const char* const*>(0x2);
   EXPECT_EQ(loader_.EnumPlugin()(&count, nullptr), kFail);
@@ -35,16 +33,17 @@ TEST_F(ExportsTest, EnumPluginWithANullPointerWritesNothing) {
   EXPECT_EQ(ids, reinterpret_cast<const char* const*>(0x2));
 }
 
-TEST_F(ExportsTest, GetPluginMatchesIdsWhateverTheirCase) {
-  EXPECT_TRUE(GetPlugin("previewstripPLUGIN", core_.get(), kOk));
-  EXPECT_TRUE(GetPlugin("CABINETICONBARCONTROL", core_.get(), kOk));
-}
-
-TEST_F(ExportsTest, GetPluginMakesAFreshObjectEachCall) {
-  ComPtr<IUnknown> a = GetPlugin("PreviewStripPlugin", core_.get(), kOk);
-  ComPtr<IUnknown> b = GetPlugin("PreviewStripPlugin", core_.get(), kOk);
-  ASSERT_TRUE(a && b);
-  EXPECT_FALSE(SameInterface(a.get(), b.get()));
+TEST_F(ExportsTest, GetPluginMatchesIdsWhateverTheirCaseAndMakesAFreshObjectAnsweringItsInterfaces) {
+  ComPtr<IUnknown> strip = GetPlugin("previewstripPLUGIN", core_.get(), kOk);
+  ComPtr<IUnknown> bar = GetPlugin("CABINETICONBARCONTROL", core_.get(), kOk);
+  ComPtr<IUnknown> again = GetPlugin("PreviewStripPlugin", core_.get(), kOk);
+  ASSERT_TRUE(strip && bar && again);
+  EXPECT_FALSE(SameInterface(strip.get(), again.get()));
+  EXPECT_TRUE(strip.As<IQxIPlugin>());
+  EXPECT_TRUE(strip.As<IQxIControl>());
+  EXPECT_TRUE(bar.As<IQxIPlugin>());
+  EXPECT_TRUE(bar.As<IQxIControl>());
+  EXPECT_TRUE(SameInterface(strip.As<IQxIPlugin>().get(), strip.As<IQxIControl>().get()));
 }
 
 TEST_F(ExportsTest, GetPluginRefusesBadArgumentsWithANilReference) {
@@ -60,16 +59,6 @@ TEST_F(ExportsTest, GetFunctionAnswersOnlyThisModulesExports) {
   EXPECT_EQ(loader_.GetFunction()("NoSuchFunction"), nullptr);
   EXPECT_EQ(loader_.GetFunction()("malloc"), nullptr);
   EXPECT_EQ(loader_.GetFunction()(nullptr), nullptr);
-}
-
-TEST_F(ExportsTest, PluginsAnswerTheirInterfaces) {
-  ComPtr<IUnknown> strip = GetPlugin("PreviewStripPlugin", core_.get(), kOk);
-  ComPtr<IUnknown> bar = GetPlugin("CabinetIconBarControl", core_.get(), kOk);
-  EXPECT_TRUE(strip.As<IQxIPlugin>());
-  EXPECT_TRUE(strip.As<IQxIControl>());
-  EXPECT_TRUE(bar.As<IQxIPlugin>());
-  EXPECT_TRUE(bar.As<IQxIControl>());
-  EXPECT_TRUE(SameInterface(strip.As<IQxIPlugin>().get(), strip.As<IQxIControl>().get()));
 }
 
 TEST(ModuleLoaderTest, MissingFileIsAClearError) {

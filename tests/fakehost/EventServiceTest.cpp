@@ -64,7 +64,7 @@ TEST_F(FakeEventServiceTest, ListenerRemovingItselfAndAnotherDuringDelivery) {
   EXPECT_EQ(events_->ListenerCount(u"E"), 3u);
 }
 
-TEST_F(FakeEventServiceTest, RemovalNeedsTheSameListenerAndId) {
+TEST_F(FakeEventServiceTest, RemovalNeedsTheSameListenerAndIdAndClearReleasesListeners) {
   auto a = Listener("a");
   events_->AddListener(u"XmlWidget.MenuHide", a.get(), 0);
   EXPECT_EQ(events_->RemoveListener(u"XmlWidget.MenuHide", Listener("other").get()), kFail);
@@ -74,13 +74,19 @@ TEST_F(FakeEventServiceTest, RemovalNeedsTheSameListenerAndId) {
   EXPECT_EQ(events_->RemoveListener(nullptr, a.get()), kInvalidArg);
   EXPECT_EQ(events_->AddListener(u"E", nullptr, 0), kInvalidArg);
   EXPECT_EQ(events_->Fire(nullptr, nullptr, nullptr), kInvalidArg);
+
+  events_->AddListener(u"E", a.get(), 0);
+  const auto before = a->RefCount();
+  events_->Clear();
+  EXPECT_EQ(a->RefCount(), before - 1);
+  events_->Fire(u"E", nullptr, nullptr);
+  EXPECT_TRUE(calls_.empty());
 }
 
 TEST_F(FakeEventServiceTest, FireCollectsTheHostsAnswers) {
   events_->AddHostHandler(u"BrowserEngine.GetUserAgentBase",
-                          [](const std::u16string&, IQxIStringDictionary*, std::vector<std::u16string>& results) {
-                            results.push_back(u"Agent/1.0");
-                          });
+                          [](const std::u16string&, IQxIStringDictionary*,
+                             std::vector<std::u16string>& results) { results.push_back(u"Agent/1.0"); });
   ComPtr<IQxIStringArray> results;
   ASSERT_EQ(events_->Fire(u"BrowserEngine.GetUserAgentBase", nullptr, results.put()), kOk);
   std::int32_t count = 0;
@@ -134,7 +140,8 @@ TEST_F(FakeEventServiceTest, EventIdPointersStayValid) {
 
 TEST_F(FakeEventServiceTest, ParametersOfAnotherKindAreNotReadAsTextDictionary) {
   TFakeParams seen{{u"x", u"y"}};
-  auto listener = MakeCom<TFakeListener>([&](const std::u16string&, const TFakeParams& params) { seen = params; });
+  auto listener =
+      MakeCom<TFakeListener>([&](const std::u16string&, const TFakeParams& params) { seen = params; });
   events_->AddListener(u"E", listener.get(), 0);
   auto dictionary = MakeCom<TFakeDictionary>();
   dictionary->SetValue(u"k", nullptr);
@@ -142,16 +149,6 @@ TEST_F(FakeEventServiceTest, ParametersOfAnotherKindAreNotReadAsTextDictionary) 
   ASSERT_EQ(events_->Fire(u"E", wrongKind, nullptr), kOk);
   EXPECT_TRUE(seen.empty());
   EXPECT_TRUE(events_->EventLog().back().Parameters.empty());
-}
-
-TEST_F(FakeEventServiceTest, ClearReleasesListeners) {
-  auto a = Listener("a");
-  events_->AddListener(u"E", a.get(), 0);
-  const auto before = a->RefCount();
-  events_->Clear();
-  EXPECT_EQ(a->RefCount(), before - 1);
-  events_->Fire(u"E", nullptr, nullptr);
-  EXPECT_TRUE(calls_.empty());
 }
 
 }  // namespace

@@ -22,7 +22,9 @@ TEST(FakeHostWindowsTest, MainWindowFullScreenAndItsToolbar) {
   handle->GetValue(&value);
   EXPECT_EQ(value, reinterpret_cast<std::uintptr_t>(main));
 
-  const auto style = [&] { return static_cast<std::uint32_t>(Platform().GetWindowLongW(main, win::GWL_STYLE)); };
+  const auto style = [&] {
+    return static_cast<std::uint32_t>(Platform().GetWindowLongW(main, win::GWL_STYLE));
+  };
   EXPECT_NE(style() & 0xC00000u, 0u);
   windows.SetFullscreen(true);
   EXPECT_EQ(style() & 0xC00000u, 0u);

@@ -85,7 +85,7 @@ TEST_F(FakeServices, UnknownIdsAndNullArgumentsFailWithNil) {
   EXPECT_FALSE(object);
 }
 
-TEST_F(FakeServices, RemovedServicesAreMissingUntilRestored) {
+TEST_F(FakeServices, RemovedServicesAreMissingUntilRestoredAndRegisteredPluginsFindEachOther) {
   browser_.Host().RemoveService("TabManager");
   EXPECT_FALSE(Plugin<IQxITabManager>("TabManager"));
   browser_.Host().RemoveService("PropertyService");
@@ -94,9 +94,7 @@ TEST_F(FakeServices, RemovedServicesAreMissingUntilRestored) {
   browser_.Host().RestoreService("PropertyService");
   EXPECT_TRUE(Plugin<IQxITabManager>("TabManager"));
   EXPECT_TRUE(Core<IQxIPropertyService>("PropertyService"));
-}
 
-TEST_F(FakeServices, RegisteredPluginsFindEachOther) {
   auto control = MakeCom<TFakeStringArray>();  // any object stands for a module plug-in
   browser_.Host().RegisterPlugin("CabinetIconBarControl", static_cast<IQxIStringArray*>(control.get()));
   auto found = Plugin<IQxIStringArray>("CabinetIconBarControl");
@@ -178,45 +176,6 @@ TEST_F(FakeServices, TranslatorGivesLocaleAndTable) {
   ASSERT_EQ(translator->Translate(u"Close", text.put()), kOk);
   EXPECT_EQ(ReadString(text.get()), u"\u9589\u3058\u308b");
   EXPECT_EQ(translator->Translate(u"Open", text.put()), kFail);
-}
-
-TEST_F(FakeServices, MainWindowHandleIsSettable) {
-  auto windows = Core<IQxIWindowService>("WindowService");
-  browser_.Host().Windows().MainWindow().SetHandleValue(0xBEEF);
-  ComPtr<IQxIWindow> window;
-  ASSERT_EQ(windows->GetMainWindow(window.put()), kOk);
-  ComPtr<IQxIHandle> handle;
-  ASSERT_EQ(window->GetHandle(handle.put()), kOk);
-  std::uintptr_t value = 0;
-  handle->GetValue(&value);
-  EXPECT_EQ(value, 0xBEEFu);
-}
-
-TEST_F(FakeServices, MainWindowWidgetLeadsToTheBrowserAreaRect) {
-  browser_.Host().Widgets().SetWidgetRect(widget_name::BrowserAreaWidget, 0, 90, 1000, 700);
-  auto widgets = Core<IQxIWidgetService>("WidgetService");
-  ComPtr<IUnknown> widget;
-  ASSERT_EQ(widgets->GetWidget(u"MainWindow", widget.put()), kOk);
-  auto control = widget.As<IQxIWidgetControl>();
-  ASSERT_TRUE(control);
-  ComPtr<IUnknown> owner;
-  ASSERT_EQ(control->GetOwner(owner.put()), kOk);
-  auto access = owner.As<IQxIWidgetOwner>();
-  ASSERT_TRUE(access);
-  ComPtr<IQxIXmlElement> element;
-  ASSERT_EQ(access->GetElement(element.put()), kOk);
-  std::int32_t count = 0;
-  element->GetChildCount(&count);
-  std::u16string rect;
-  for (std::int32_t i = 0; i < count; ++i) {
-    ComPtr<IQxIXmlElement> child;
-    element->GetChild(i, child.put());
-    if (Attribute(child.get(), u"id", u"") == u"BrowserAreaWidget")
-      rect = Attribute(child.get(), u"rect", u"");
-  }
-  EXPECT_EQ(rect, u"0,90,1000,700");
-  EXPECT_EQ(widgets->GetWidget(u"NoWidget", widget.put()), kFail);
-  EXPECT_FALSE(widget);
 }
 
 TEST_F(FakeServices, XmlServiceParsesAttributesChildrenAndRejectsBrokenText) {

@@ -23,8 +23,8 @@ class FakeTabDockTest : public ::testing::Test {
   TFakeBrowser browser_;
 };
 
-TEST_F(FakeTabDockTest, NewTabOpensAtTheEndActivatedWithABrowser) {
-  browser_.OpenTab(u"https://first.example/");
+TEST_F(FakeTabDockTest, NewTabsOpenAtTheEndOrAfterTheirOpenerActivatedUnlessAsked) {
+  auto first = browser_.OpenTab(u"https://first.example/");
   auto tab = Navigate(u"https://new.example/", {{u"new", u"true"}});
   ASSERT_TRUE(tab);
   EXPECT_EQ(TabCount(), 2u);
@@ -34,13 +34,12 @@ TEST_F(FakeTabDockTest, NewTabOpensAtTheEndActivatedWithABrowser) {
   EXPECT_EQ(Fake(tab)->Browser()->TextValue(browser_key::Uri), u"https://new.example/");
   ASSERT_EQ(dock().NavigateCalls().size(), 1u);
   EXPECT_EQ(dock().NavigateCalls()[0].Options, (TFakeParams{{u"new", u"true"}}));
-}
 
-TEST_F(FakeTabDockTest, ActivateFalseLeavesTheNewTabInTheBackground) {
-  auto first = browser_.OpenTab(u"https://first.example/");
-  auto tab = Navigate(u"https://bg.example/", {{u"new", u"true"}, {u"activate", u"false"}});
-  EXPECT_EQ(browser_.ActiveTab(), first.get());
-  EXPECT_EQ(TabCount(), 2u);
+  Navigate(u"https://bg.example/", {{u"new", u"true"}, {u"activate", u"false"}});
+  EXPECT_EQ(browser_.ActiveTab(), Fake(tab));
+  EXPECT_EQ(TabCount(), 3u);
+  auto child = Navigate(u"child", {{u"new", u"true"}, {u"from-tab-guid", first->GuidText()}});
+  EXPECT_EQ(browser_.TabAt(1), Fake(child));
 }
 
 TEST_F(FakeTabDockTest, ReuseBlankTakesABlankActiveTabOnly) {
@@ -73,19 +72,13 @@ TEST_F(FakeTabDockTest, NotNewNavigatesTheActiveTabAndTabGuidNamesATab) {
   EXPECT_EQ(Fake(restored)->GuidText(), guid);
 }
 
-TEST_F(FakeTabDockTest, FromTabGuidPlacesTheNewTabAfterItsOpener) {
-  auto a = browser_.OpenTab(u"a");
-  browser_.OpenTab(u"b");
-  auto child = Navigate(u"child", {{u"new", u"true"}, {u"from-tab-guid", a->GuidText()}});
-  EXPECT_EQ(browser_.TabAt(1), Fake(child));
-}
-
 TEST_F(FakeTabDockTest, NoBrowserEngineAndPostOptions) {
   auto bare = Navigate(u"https://a.example/", {{u"new", u"true"}, {u"nobrowser", u"true"}});
   EXPECT_EQ(Fake(bare)->Browser(), nullptr);
   const std::u16string engine = u"{AAAAAAAA-BBBB-CCCC-DDDD-EEEEEEEEEEEE}";
-  auto other = Navigate(u"https://b.example/",
-                        {{u"new", u"true"}, {u"browser-guid", engine}, {u"post", u"q=1"}, {u"individual", u"true"}});
+  auto other =
+      Navigate(u"https://b.example/",
+               {{u"new", u"true"}, {u"browser-guid", engine}, {u"post", u"q=1"}, {u"individual", u"true"}});
   ASSERT_NE(Fake(other)->Browser(), nullptr);
   EXPECT_EQ(Fake(other)->Browser()->TextValue(browser_key::EngineId), engine);
   EXPECT_EQ(Fake(other)->Browser()->TextValue(u"post"), u"q=1");

@@ -107,7 +107,7 @@ TEST(FakeValueObjects, StringDictionaryKeepsInsertionOrderAndFailsOnMissingKeys)
   EXPECT_EQ(entries[2], (std::pair<std::u16string, std::u16string>{u"empty", u""}));
 
   ComPtr<IQxIString> value;
-  EXPECT_EQ(dictionary->GetValue(u"empty", value.put()), kOk);  // present, though empty
+  EXPECT_EQ(dictionary->GetValue(u"empty", value.put()), kOk);   // present, though empty
   EXPECT_EQ(dictionary->GetValue(u"Zeta", value.put()), kFail);  // keys are exact
   EXPECT_FALSE(value);
   EXPECT_EQ(dictionary->SetValue(nullptr, u"x"), kInvalidArg);
@@ -134,7 +134,8 @@ TEST(FakeValueObjects, StringArrayIndexOfAnswersOneWhenMissing) {
 TEST(FakeValueObjects, DictionaryMergesByMode) {
   auto target = MakeCom<TFakeDictionary>();
   auto other = MakeCom<TFakeDictionary>();
-  auto one = TFakeVariant::FromText(u"1"), two = TFakeVariant::FromText(u"2"), three = TFakeVariant::FromText(u"3");
+  auto one = TFakeVariant::FromText(u"1"), two = TFakeVariant::FromText(u"2"),
+       three = TFakeVariant::FromText(u"3");
   target->SetValue(u"a", one.get());
   other->SetValue(u"a", two.get());
   other->SetValue(u"b", three.get());

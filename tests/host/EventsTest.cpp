@@ -6,7 +6,7 @@ namespace {
 
 using EventsTest = WrapFixture;
 
-TEST_F(EventsTest, MainThreadEventRunsBeforeFireReturns) {
+TEST_F(EventsTest, MainThreadEventRunsBeforeFireReturnsAndRemoveAllDropsEveryEventAndAction) {
   int calls = 0;
   TString seen;
   ComPtr<IQxIEventListener> listener;
@@ -20,13 +20,30 @@ TEST_F(EventsTest, MainThreadEventRunsBeforeFireReturns) {
   EXPECT_EQ(calls, 1);
   EXPECT_EQ(seen, u"Tab.Changed");
   EXPECT_EQ(wrap_->EventItemCount(), 1u);
+
+  ComPtr<IQxIEventListener> a, b;
+  wrap_->AddEventHandler(0, u"A", a, false, [](const TString&, IQxIEvent*) { return kOk; });
+  wrap_->AddEventHandler(0, u"B", b, false, [](const TString&, IQxIEvent*) { return kOk; });
+  wrap_->AddActionHandler(u"act", [](IQxIStringDictionary*) { return kOk; });
+  EXPECT_EQ(host_.Events().ListenerCount(u"A"), 1u);
+  wrap_->RemoveAllHandlers();
+  EXPECT_EQ(host_.Events().ListenerCount(u"A"), 0u);
+  EXPECT_EQ(host_.Events().ListenerCount(u"B"), 0u);
+  EXPECT_EQ(wrap_->ActionCount(), 0u);
+
+  int runs = 0;
+  wrap_->AddActionClosure(u"act", [&](IQxIStringDictionary*) { return ++runs, kOk; });
+  wrap_->AddActionClosure(u"act", [&](IQxIStringDictionary*) { return ++runs, kOk; });
+  EXPECT_EQ(wrap_->ActionCount(), 1u);
+  wrap_->RemoveAction(u"act");
+  EXPECT_EQ(wrap_->ActionCount(), 0u);
 }
 
 TEST_F(EventsTest, MethodWinsOverClosure) {
   int method = 0, closure = 0;
   ComPtr<IQxIEventListener> listener = MakeCom<TEventListenerImpl>(
-      [&](const TString&, IQxIEvent*) { return ++method, kOk; }, [&](const TString&, IQxIEvent*) { return ++closure, kOk; },
-      nullptr, u"E", false);
+      [&](const TString&, IQxIEvent*) { return ++method, kOk; },
+      [&](const TString&, IQxIEvent*) { return ++closure, kOk; }, nullptr, u"E", false);
   listener->OnEvent(u"E", nullptr);
   EXPECT_EQ(method, 1);
   EXPECT_EQ(closure, 0);
@@ -66,27 +83,6 @@ TEST_F(EventsTest, RemovalUnderAnotherIdTextKeepsTheRecordForTheFinalSweep) {
   host_.Events().FireFromHost(u"XmlWidget.MenuHide", {});
   EXPECT_EQ(calls, 0);
   EXPECT_EQ(host_.Events().ListenerCount(u"XmlWidget.MenuHide"), 0u);
-}
-
-TEST_F(EventsTest, RemoveAllHandlersDropsEveryEventAndAction) {
-  ComPtr<IQxIEventListener> a, b;
-  wrap_->AddEventHandler(0, u"A", a, false, [](const TString&, IQxIEvent*) { return kOk; });
-  wrap_->AddEventHandler(0, u"B", b, false, [](const TString&, IQxIEvent*) { return kOk; });
-  wrap_->AddActionHandler(u"act", [](IQxIStringDictionary*) { return kOk; });
-  EXPECT_EQ(host_.Events().ListenerCount(u"A"), 1u);
-  wrap_->RemoveAllHandlers();
-  EXPECT_EQ(host_.Events().ListenerCount(u"A"), 0u);
-  EXPECT_EQ(host_.Events().ListenerCount(u"B"), 0u);
-  EXPECT_EQ(wrap_->ActionCount(), 0u);
-}
-
-TEST_F(EventsTest, AddActionTwiceKeepsOneEntry) {
-  int runs = 0;
-  wrap_->AddActionClosure(u"act", [&](IQxIStringDictionary*) { return ++runs, kOk; });
-  wrap_->AddActionClosure(u"act", [&](IQxIStringDictionary*) { return ++runs, kOk; });
-  EXPECT_EQ(wrap_->ActionCount(), 1u);
-  wrap_->RemoveAction(u"act");
-  EXPECT_EQ(wrap_->ActionCount(), 0u);
 }
 
 TEST_F(EventsTest, DestroyingTheWrapperTakesItsListenersDown) {

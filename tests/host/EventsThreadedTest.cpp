@@ -59,7 +59,8 @@ TEST_F(EventsThreadedTest, EventsFromManyThreadsArriveInOrderNoneLost) {
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t)
     threads.emplace_back([&, t] {
-      for (int i = 0; i < kPerThread; ++i) host_.Events().FireFromHost(u"E", {{u"thread", IntToStr(t)}, {u"index", IntToStr(i)}});
+      for (int i = 0; i < kPerThread; ++i)
+        host_.Events().FireFromHost(u"E", {{u"thread", IntToStr(t)}, {u"index", IntToStr(i)}});
     });
   for (auto& thread : threads) thread.join();
   os_->AdvanceClock(10 * (kThreads * kPerThread + 1));

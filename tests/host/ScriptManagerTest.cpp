@@ -77,7 +77,8 @@ TEST_F(ScriptManagerTest, ScriptIdsDifferInTheSequenceNumber) {
 
 TEST_F(ScriptManagerTest, AnswersForOtherManagersOrBrowsersAreIgnored) {
   host_.Model().ScriptAnswer = TFakeTabModel::EScriptAnswer::Never;
-  ComPtr<TWebkitScriptManagerImpl> other = MakeCom<TWebkitScriptManagerImpl>(wrap_.get(), false, browser_.get());
+  ComPtr<TWebkitScriptManagerImpl> other =
+      MakeCom<TWebkitScriptManagerImpl>(wrap_.get(), false, browser_.get());
   // Answer the next id of each manager before it asks, so the wait sees it at once.
   Answer(BrowserId(), other->GuidStr() + u"_1", u"theirs");
   Answer(u"999", manager_->GuidStr() + u"_1", u"wrong browser");

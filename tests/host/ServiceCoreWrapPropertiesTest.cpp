@@ -7,7 +7,7 @@ namespace {
 
 using ServiceCoreWrapPropertiesTest = WrapFixture;
 
-TEST_F(ServiceCoreWrapPropertiesTest, BoolReadTrimsAndIgnoresCaseElseDefault) {
+TEST_F(ServiceCoreWrapPropertiesTest, ReadsTrimDefaultAndIncrementAndDeleteByPrefix) {
   host_.Properties().Set(u"a", u" True ");
   host_.Properties().Set(u"b", u"FALSE");
   host_.Properties().Set(u"c", u"yes");
@@ -16,15 +16,32 @@ TEST_F(ServiceCoreWrapPropertiesTest, BoolReadTrimsAndIgnoresCaseElseDefault) {
   EXPECT_TRUE(wrap_->GetPropertyBool(u"c", true));
   EXPECT_FALSE(wrap_->GetPropertyBool(u"c", false));
   EXPECT_TRUE(wrap_->GetPropertyBool(u"missing", true));
-}
 
-TEST_F(ServiceCoreWrapPropertiesTest, TextReadGivesDefaultOnlyForAMissingKey) {
   host_.Properties().Set(u"k", u"v");
   TString text = u"before";
   wrap_->GetPropertyText(u"missing", u"fallback", text);
   EXPECT_EQ(text, u"fallback");
   wrap_->GetPropertyText(u"k", u"fallback", text);
   EXPECT_EQ(text, u"v");
+
+  host_.Properties().Set(u"n", u"41");
+  host_.Properties().Set(u"bad", u"4x");
+  EXPECT_EQ(wrap_->GetPropertyInteger(u"n", 0), 41);
+  EXPECT_EQ(wrap_->GetPropertyInteger(u"bad", 7), 7);
+  wrap_->IncrementProperty(u"n");
+  wrap_->IncrementProperty(u"counter");
+  EXPECT_EQ(host_.Properties().Get(u"n"), u"42");
+  EXPECT_EQ(host_.Properties().Get(u"counter"), u"1");
+  EXPECT_TRUE(wrap_->SetPropertyBool(u"flag", true));
+  EXPECT_EQ(host_.Properties().Get(u"flag"), u"true");
+
+  host_.Properties().Set(u"client.SmartSearch-A", u"1");
+  host_.Properties().Set(u"client.SmartSearch-B", u"2");
+  host_.Properties().Set(u"client.Other", u"3");
+  wrap_->DeletePropertiesByPrefix(u"client.SmartSearch-");
+  EXPECT_FALSE(host_.Properties().Get(u"client.SmartSearch-A"));
+  EXPECT_FALSE(host_.Properties().Get(u"client.SmartSearch-B"));
+  EXPECT_EQ(host_.Properties().Get(u"client.Other"), u"3");
 }
 
 // A property service that answers success with no value, or a status other than "missing".
@@ -49,29 +66,6 @@ TEST_F(ServiceCoreWrapPropertiesTest, NilValueOrOtherFailureLeavesTheOutArgument
   wrap_->GetPropertyText(u"other", u"fallback", text);
   EXPECT_EQ(text, u"untouched");
   EXPECT_FALSE(wrap_->SetPropertyText(u"x", u"y"));
-}
-
-TEST_F(ServiceCoreWrapPropertiesTest, IntegersAndIncrement) {
-  host_.Properties().Set(u"n", u"41");
-  host_.Properties().Set(u"bad", u"4x");
-  EXPECT_EQ(wrap_->GetPropertyInteger(u"n", 0), 41);
-  EXPECT_EQ(wrap_->GetPropertyInteger(u"bad", 7), 7);
-  wrap_->IncrementProperty(u"n");
-  wrap_->IncrementProperty(u"counter");
-  EXPECT_EQ(host_.Properties().Get(u"n"), u"42");
-  EXPECT_EQ(host_.Properties().Get(u"counter"), u"1");
-  EXPECT_TRUE(wrap_->SetPropertyBool(u"flag", true));
-  EXPECT_EQ(host_.Properties().Get(u"flag"), u"true");
-}
-
-TEST_F(ServiceCoreWrapPropertiesTest, DeleteByPrefixRemovesOnlyThoseKeys) {
-  host_.Properties().Set(u"client.SmartSearch-A", u"1");
-  host_.Properties().Set(u"client.SmartSearch-B", u"2");
-  host_.Properties().Set(u"client.Other", u"3");
-  wrap_->DeletePropertiesByPrefix(u"client.SmartSearch-");
-  EXPECT_FALSE(host_.Properties().Get(u"client.SmartSearch-A"));
-  EXPECT_FALSE(host_.Properties().Get(u"client.SmartSearch-B"));
-  EXPECT_EQ(host_.Properties().Get(u"client.Other"), u"3");
 }
 
 TEST_F(ServiceCoreWrapPropertiesTest, MissingServiceIsSkippedSilently) {
@@ -99,9 +93,11 @@ TEST_F(ServiceCoreWrapPropertiesTest, DirectoriesGetATrailingDelimiterWhereAsked
   std::filesystem::remove_all(root);
 }
 
-TEST_F(ServiceCoreWrapPropertiesTest, LocaleIdFromTranslatorElseSystemLanguage) {
+TEST_F(ServiceCoreWrapPropertiesTest, LocaleIdFromTranslatorElseSystemLanguageAndInTheRelocateUrl) {
   host_.Translator().SetLocale(u"1041");
   EXPECT_EQ(wrap_->LocaleId(), 1041);
+  const TString url = wrap_->RelocateUrl(42);
+  EXPECT_NE(url.find(u"/relocate.php?id=000042&lang=1041"), TString::npos) << ToUtf8(url);
   host_.Translator().SetLocale(u"ja-JP");
   os_->SetLocaleInfo(1, u"0411");
   EXPECT_EQ(wrap_->LocaleId(), 0x411);
@@ -109,12 +105,6 @@ TEST_F(ServiceCoreWrapPropertiesTest, LocaleIdFromTranslatorElseSystemLanguage) 
   EXPECT_EQ(wrap_->LocaleId(), 1033);
   host_.RemoveService("TranslatorService");
   EXPECT_EQ(wrap_->LocaleId(), 0);
-}
-
-TEST_F(ServiceCoreWrapPropertiesTest, RelocateUrlPadsTheIdAndAddsTheLanguage) {
-  host_.Translator().SetLocale(u"1041");
-  const TString url = wrap_->RelocateUrl(42);
-  EXPECT_NE(url.find(u"/relocate.php?id=000042&lang=1041"), TString::npos) << ToUtf8(url);
 }
 
 TEST_F(ServiceCoreWrapPropertiesTest, GlobalStorageItemIsConsumedByReading) {

@@ -62,7 +62,7 @@ TEST_F(WrapsTest, ExFormOrdersTabsSectionBySectionAndDropsEmptySections) {
   EXPECT_TRUE(SameInterface(tab.get(), Tab(c)));
 }
 
-TEST_F(WrapsTest, StringArrayAndDictionaryWraps) {
+TEST_F(WrapsTest, StringArrayStringDictionaryAndTypedDictionaryWraps) {
   ComPtr<IQxIStringArray> rawArray;
   wrap_->CreateStringArray(rawArray);
   ComPtr<IQxIStringArrayWrap> array = WrapStringArray(rawArray.get());
@@ -79,26 +79,22 @@ TEST_F(WrapsTest, StringArrayAndDictionaryWraps) {
   EXPECT_TRUE(dictionary->Exists(u"empty"));
   EXPECT_FALSE(dictionary->Exists(u"absent"));
   EXPECT_FALSE(WrapStringDictionary(nullptr));
-}
 
-TEST_F(WrapsTest, DictionaryWrapTypedValuesGoThroughVariants) {
   ComPtr<IQxIDictionary> raw;
   wrap_->CreateLocalDictionary(raw);
-  ComPtr<IQxIDictionaryWrap> dictionary = WrapDictionary(raw.get(), wrap_.get());
-  EXPECT_TRUE(dictionary->SetText(u"t", u"text"));
-  EXPECT_TRUE(dictionary->SetBool(u"b", true));
-  EXPECT_TRUE(dictionary->SetInt64(u"i", 1LL << 40));
+  ComPtr<IQxIDictionaryWrap> typed = WrapDictionary(raw.get(), wrap_.get());
+  EXPECT_TRUE(typed->SetText(u"t", u"text"));
+  EXPECT_TRUE(typed->SetBool(u"b", true));
+  EXPECT_TRUE(typed->SetInt64(u"i", 1LL << 40));
   TString text;
-  EXPECT_TRUE(dictionary->GetText(u"t", text));
+  EXPECT_TRUE(typed->GetText(u"t", text));
   EXPECT_EQ(text, u"text");
-  EXPECT_TRUE(dictionary->GetBool(u"b"));
-  EXPECT_EQ(dictionary->GetInt64(u"i"), 1LL << 40);
-  EXPECT_EQ(dictionary->GetInt64(u"none"), 0);
+  EXPECT_TRUE(typed->GetBool(u"b"));
+  EXPECT_EQ(typed->GetInt64(u"i"), 1LL << 40);
+  EXPECT_EQ(typed->GetInt64(u"none"), 0);
   // A stored object that is no variant reads as empty.
-  ComPtr<IQxIStringArray> array;
-  wrap_->CreateStringArray(array);
-  dictionary->SetValue(u"obj", array.get());
-  EXPECT_FALSE(dictionary->GetText(u"obj", text));
+  typed->SetValue(u"obj", rawArray.get());
+  EXPECT_FALSE(typed->GetText(u"obj", text));
   EXPECT_TRUE(text.empty());
 }
 

@@ -25,16 +25,13 @@ class PluginTest : public ::testing::Test {
   TFakeHost host_;
 };
 
-TEST_F(PluginTest, ClientEventsAreRegisteredInOrder) {
+TEST_F(PluginTest, ClientEventsAreRegisteredAndFinalizeDropsEveryHandlerAnyObjectRegistered) {
   host_.Events().ClearEventLog();
   ComPtr<IUnknown> plugin = Make(0);
   for (const char16_t* id :
        {u"Client.Loaded", u"Client.Finalize", u"Client.Closing", u"Client.Initialize", u"Client.Visible"})
     EXPECT_EQ(host_.Events().ListenerCount(id), 1u) << ToUtf8(id);
-}
 
-TEST_F(PluginTest, FinalizeDropsEveryHandlerAnyObjectRegistered) {
-  ComPtr<IUnknown> plugin = Make(0);
   auto* impl = static_cast<TPrevewStripPluginImpl*>(plugin.As<IQxIPlugin>().get());
   ComPtr<IQxIEventListener> extra;
   impl->ServiceCoreWrap()->AddEventHandler(0, u"Tab.Changed", extra, false,
@@ -50,7 +47,7 @@ TEST_F(PluginTest, FinalizeDropsEveryHandlerAnyObjectRegistered) {
   EXPECT_EQ(impl->DestroyControl(), kOk);
 }
 
-TEST_F(PluginTest, GuidsVersionsAndTheCabinetBarsAbstractAnswers) {
+TEST_F(PluginTest, GuidsVersionsChildFramesAndTheAbstractAnswers) {
   ComPtr<IQxIPlugin> strip = Make(0).As<IQxIPlugin>();
   ComPtr<IQxIPlugin> bar = Make(1).As<IQxIPlugin>();
   ComPtr<IQxIString> text;
@@ -63,9 +60,7 @@ TEST_F(PluginTest, GuidsVersionsAndTheCabinetBarsAbstractAnswers) {
   EXPECT_EQ(bar->GetVersion(text.put()), kFail);
   ASSERT_EQ(bar.As<IQxIControl>()->GetControlGuid(text.put()), kOk);
   EXPECT_EQ(StringText(text.get()), u"{24EFC42F-EFBA-48E1-BD98-02D213D883DD}");
-}
 
-TEST_F(PluginTest, ChildFrameSidesAreZeroWithoutAForm) {
   for (std::size_t index : {0u, 1u}) {
     ComPtr<IQxIControl> control = Make(index).As<IQxIControl>();
     for (auto op : {&IQxIControl::GetChildFrameLeft, &IQxIControl::GetChildFrameRight,
@@ -77,18 +72,16 @@ TEST_F(PluginTest, ChildFrameSidesAreZeroWithoutAForm) {
     EXPECT_EQ(control->ControlReservedA(), kOk);
     EXPECT_EQ(control->ControlReservedB(), kOk);
   }
-}
 
-TEST_F(PluginTest, ExistIconIsAlwaysFalse) {
-  ComPtr<ICabinetIconBar> bar = Make(1).As<ICabinetIconBar>();
-  ASSERT_TRUE(bar);
-  EXPECT_FALSE(bar->ExistIcon(nullptr));
-  EXPECT_FALSE(bar->MouseInCabinetBar());
-  ComPtr<IPreviewStrip> strip = Make(0).As<IPreviewStrip>();
-  ASSERT_TRUE(strip);
-  EXPECT_EQ(strip->GetTabList(), nullptr);
+  ComPtr<ICabinetIconBar> icons = Make(1).As<ICabinetIconBar>();
+  ASSERT_TRUE(icons);
+  EXPECT_FALSE(icons->ExistIcon(nullptr));
+  EXPECT_FALSE(icons->MouseInCabinetBar());
+  ComPtr<IPreviewStrip> preview = Make(0).As<IPreviewStrip>();
+  ASSERT_TRUE(preview);
+  EXPECT_EQ(preview->GetTabList(), nullptr);
   TRectF rect{1, 2, 3, 4};
-  strip->TabScrollBoxScreenRect(rect);
+  preview->TabScrollBoxScreenRect(rect);
   EXPECT_EQ(rect, TRectF{});
 }
 

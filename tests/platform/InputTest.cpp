@@ -36,7 +36,7 @@ LResult QX_STDCALL WheelRedirectHook(std::int32_t code, WParam wParam, LParam lP
   return Platform().CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-TEST_F(InputTest, MouseGoesToTheWindowInItsClientCoordinates) {
+TEST_F(InputTest, MouseGoesToTheWindowInItsClientCoordinatesCursorAndDoubleClickTime) {
   HWnd top = MakeWindow(WS_VISIBLE, nullptr, {100, 100, 400, 400});
   HWnd child = MakeWindow(WS_CHILD | WS_VISIBLE, top, {10, 20, 110, 120});
   Log().clear();
@@ -47,9 +47,17 @@ TEST_F(InputTest, MouseGoesToTheWindowInItsClientCoordinates) {
   TPoint cursor;
   ASSERT_TRUE(P().GetCursorPos(&cursor));
   EXPECT_EQ(cursor, (TPoint{115, 126}));
+
+  EXPECT_TRUE(P().SetCursorPos(40, 50));
+  ASSERT_TRUE(P().GetCursorPos(&cursor));
+  EXPECT_EQ(cursor, (TPoint{40, 50}));
+  EXPECT_FALSE(P().GetCursorPos(nullptr));
+  EXPECT_EQ(P().GetDoubleClickTime(), 500u);
+  Os().SetDoubleClickTime(300);
+  EXPECT_EQ(P().GetDoubleClickTime(), 300u);
 }
 
-TEST_F(InputTest, CaptureRoutesMouseInputToTheCapturingWindow) {
+TEST_F(InputTest, CaptureRoutesMouseInputToTheCapturingWindowUntilReleasedOrDestroyed) {
   HWnd top = MakeWindow(WS_VISIBLE, nullptr, {0, 0, 400, 400});
   HWnd left = MakeWindow(WS_CHILD | WS_VISIBLE, top, {0, 0, 100, 100});
   HWnd right = MakeWindow(WS_CHILD | WS_VISIBLE, top, {200, 0, 300, 100});
@@ -70,20 +78,16 @@ TEST_F(InputTest, CaptureRoutesMouseInputToTheCapturingWindow) {
   Log().clear();
   Os().InjectMouse(right, WM_MOUSEMOVE, 1, 1, 0);
   EXPECT_EQ(Log()[0].hwnd, right);
-}
-
-TEST_F(InputTest, DestroyingTheCapturingWindowReleasesTheCapture) {
-  HWnd a = MakeWindow(WS_VISIBLE);
-  HWnd b = MakeWindow(WS_VISIBLE);
-  P().SetCapture(a);
-  P().DestroyWindow(a);
+  // Destroying the capturing window releases the capture.
+  P().SetCapture(left);
+  P().DestroyWindow(left);
   EXPECT_EQ(P().GetCapture(), nullptr);
   Log().clear();
-  Os().InjectMouse(b, WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
-  EXPECT_EQ(Messages(b), (std::vector<std::uint32_t>{WM_LBUTTONDOWN}));
+  Os().InjectMouse(right, WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
+  EXPECT_EQ(Messages(right), (std::vector<std::uint32_t>{WM_LBUTTONDOWN}));
 }
 
-TEST_F(InputTest, ButtonsSetTheKeyState) {
+TEST_F(InputTest, ButtonsAndKeysSetTheKeyStateAndKeysGoToTheFocus) {
   HWnd hwnd = MakeWindow(WS_VISIBLE);
   EXPECT_EQ(P().GetKeyState(VK_LBUTTON), 0);
   Os().InjectMouse(hwnd, WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
@@ -95,16 +99,13 @@ TEST_F(InputTest, ButtonsSetTheKeyState) {
   Os().InjectMouse(hwnd, WM_MBUTTONDOWN, 1, 1, 0);
   Os().InjectMouse(hwnd, WM_MBUTTONUP, 1, 1, 0);
   EXPECT_EQ(P().GetKeyState(VK_MBUTTON), 0);
-}
 
-TEST_F(InputTest, KeyStateAndKeyInput) {
   Os().SetKeyState(VK_CONTROL, true);
   EXPECT_LT(P().GetKeyState(VK_CONTROL), 0);
   Os().SetKeyState(VK_CONTROL, false, true);
   EXPECT_EQ(P().GetKeyState(VK_CONTROL), 1);
   EXPECT_EQ(P().GetKeyState(-1), 0);
   EXPECT_EQ(P().GetKeyState(300), 0);
-  HWnd hwnd = MakeWindow(WS_VISIBLE);
   EXPECT_EQ(Os().InjectKey(nullptr, WM_KEYDOWN, VK_ESCAPE), 0);  // nobody has the focus
   P().SetFocus(hwnd);
   Log().clear();
@@ -152,7 +153,7 @@ TEST_F(InputTest, MouseHookSeesInputFirstAndCanSwallowIt) {
   gSwallowClicks = false;
 }
 
-TEST_F(InputTest, WheelCarriesScreenCoordinatesAndCanBeRedirected) {
+TEST_F(InputTest, WheelCarriesScreenCoordinatesCanBeRedirectedAndClimbsToTheParentUnanswered) {
   HWnd focus = MakeWindow(WS_VISIBLE, nullptr, {0, 0, 100, 100});
   HWnd strip = MakeWindow(WS_VISIBLE, nullptr, {300, 300, 500, 400});
   Log().clear();
@@ -168,9 +169,7 @@ TEST_F(InputTest, WheelCarriesScreenCoordinatesAndCanBeRedirected) {
   EXPECT_EQ(MessagesExcept(strip, {WM_NCHITTEST}), (std::vector<std::uint32_t>{WM_MOUSEWHEEL}));
   EXPECT_EQ(Messages(focus), (std::vector<std::uint32_t>{WM_NULL}));
   P().UnhookWindowsHookEx(hook);
-}
 
-TEST_F(InputTest, UnansweredWheelClimbsToTheParent) {
   HWnd top = MakeWindow(WS_VISIBLE, nullptr, {0, 0, 100, 100});
   HWnd child = MakeWindow(WS_CHILD | WS_VISIBLE, top, {0, 0, 50, 50});
   Log().clear();
@@ -192,17 +191,6 @@ TEST_F(InputTest, ExtraInfoTellsTouchFromMouse) {
   EXPECT_EQ(P().GetMessageExtraInfo(), 0);
 }
 
-TEST_F(InputTest, CursorPositionAndDoubleClickTime) {
-  EXPECT_TRUE(P().SetCursorPos(40, 50));
-  TPoint p;
-  ASSERT_TRUE(P().GetCursorPos(&p));
-  EXPECT_EQ(p, (TPoint{40, 50}));
-  EXPECT_FALSE(P().GetCursorPos(nullptr));
-  EXPECT_EQ(P().GetDoubleClickTime(), 500u);
-  Os().SetDoubleClickTime(300);
-  EXPECT_EQ(P().GetDoubleClickTime(), 300u);
-}
-
 TouchInput Point100(std::int32_t x, std::int32_t y, std::uint32_t flags, std::uint32_t id = 1) {
   TouchInput t;
   t.x = x * 100;
@@ -217,8 +205,9 @@ bool gTouchReadOk = false;
 LResult QX_STDCALL TouchProc(HWnd hwnd, std::uint32_t msg, WParam wParam, LParam lParam) {
   if (msg == WM_TOUCH) {
     gTouchRead.assign(LoWord(wParam), TouchInput{});
-    gTouchReadOk = Platform().GetTouchInputInfo(reinterpret_cast<HTouchInput>(lParam), LoWord(wParam),
-                                                gTouchRead.data(), static_cast<std::int32_t>(sizeof(TouchInput)));
+    gTouchReadOk =
+        Platform().GetTouchInputInfo(reinterpret_cast<HTouchInput>(lParam), LoWord(wParam), gTouchRead.data(),
+                                     static_cast<std::int32_t>(sizeof(TouchInput)));
     InputMessageSource source;
     EXPECT_TRUE(Platform().GetCurrentInputMessageSource(&source));
     EXPECT_EQ(source.deviceType, IMDT_TOUCH);

@@ -151,7 +151,7 @@ TEST_F(MessageTest, SendMessageCallsTheProcedureAtOnce) {
   EXPECT_EQ(Os().PendingMessageCount(), 0u);
 }
 
-TEST_F(MessageTest, CallWndProcHookSeesSentMessagesOnly) {
+TEST_F(MessageTest, HooksSeeSentOrFetchedMessagesCanBlankThemAndChainNewestFirst) {
   HWnd hwnd = MakeWindow();
   gHookSeen.clear();
   gHookA = P().SetWindowsHookExW(WH_CALLWNDPROC, &CallWndHook, nullptr, P().GetCurrentThreadId());
@@ -164,10 +164,7 @@ TEST_F(MessageTest, CallWndProcHookSeesSentMessagesOnly) {
   EXPECT_FALSE(P().UnhookWindowsHookEx(gHookA));
   P().SendMessageW(hwnd, WM_USER + 3, 0, 0);
   EXPECT_EQ(gHookSeen.size(), 1u);
-}
 
-TEST_F(MessageTest, GetMessageHookCanBlankAMessage) {
-  HWnd hwnd = MakeWindow();
   gHookSeen.clear();
   gHookA = P().SetWindowsHookExW(WH_GETMESSAGE, &BlankingGetMessageHook, nullptr, 0);
   P().PostMessageW(hwnd, WM_USER + 4, 0, 0);
@@ -177,13 +174,10 @@ TEST_F(MessageTest, GetMessageHookCanBlankAMessage) {
   EXPECT_EQ(gHookSeen, (std::vector<std::uint32_t>{WM_USER + 4, WM_USER + 5}));
   EXPECT_EQ(Messages(hwnd), (std::vector<std::uint32_t>{WM_USER + 4, WM_NULL}));
   P().UnhookWindowsHookEx(gHookA);
-}
 
-TEST_F(MessageTest, HooksChainNewestFirst) {
   gHookSeen.clear();
   gHookA = P().SetWindowsHookExW(WH_GETMESSAGE, &ChainSecond, nullptr, 0);
   gHookB = P().SetWindowsHookExW(WH_GETMESSAGE, &ChainFirst, nullptr, 0);
-  HWnd hwnd = MakeWindow();
   P().PostMessageW(hwnd, WM_USER, 0, 0);
   Msg msg;
   ASSERT_TRUE(P().PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE));

@@ -12,10 +12,16 @@ using namespace win;
 
 using SystemTest = PlatformTest;
 
-TEST_F(SystemTest, TheInstalledEmulationIsThePlatform) {
+TEST_F(SystemTest, TheInstalledEmulationIsThePlatformWithThisThreadAndProcess) {
   EXPECT_EQ(&Platform(), static_cast<IPlatform*>(&Os()));
   EXPECT_EQ(&PortableOs(), &Os());
   EXPECT_EQ(Os().ClockMode(), TClockMode::Manual);
+
+  HWnd hwnd = MakeWindow();
+  std::uint32_t pid = 0;
+  EXPECT_EQ(P().GetWindowThreadProcessId(hwnd, &pid), P().GetCurrentThreadId());
+  EXPECT_EQ(pid, P().GetCurrentProcessId());
+  EXPECT_NE(P().GetCurrentThreadId(), 0u);
 }
 
 TEST(SystemInstall, AFreshEmulationStartsEmpty) {
@@ -32,7 +38,7 @@ TEST(SystemInstall, AFreshEmulationStartsEmpty) {
   EXPECT_FALSE(Platform().GetClassInfoW(kTestClass, nullptr));
 }
 
-TEST_F(SystemTest, MetricsAndScreenResolution) {
+TEST_F(SystemTest, MetricsScreenResolutionAndVersionChecks) {
   EXPECT_EQ(P().GetSystemMetrics(SM_CXSCREEN), 1920);
   EXPECT_EQ(P().GetSystemMetrics(SM_CYSCREEN), 1080);
   EXPECT_EQ(P().GetSystemMetrics(SM_DIGITIZER), 0);
@@ -44,6 +50,15 @@ TEST_F(SystemTest, MetricsAndScreenResolution) {
   EXPECT_EQ(P().GetLogPixelsY(), 96);
   Os().SetLogPixelsY(120);
   EXPECT_EQ(P().GetLogPixelsY(), 120);
+
+  EXPECT_TRUE(P().CheckWin32Version(6, 1));
+  EXPECT_TRUE(P().CheckWin32Version(6, 2));
+  EXPECT_TRUE(P().CheckWin32Version(10, 0));
+  EXPECT_FALSE(P().CheckWin32Version(10, 1));
+  Os().SetWin32Version(6, 1);
+  EXPECT_TRUE(P().CheckWin32Version(6, 1));
+  EXPECT_FALSE(P().CheckWin32Version(6, 2));
+  EXPECT_TRUE(P().CheckWin32Version(5, 9));
 }
 
 TEST_F(SystemTest, LocaleLanguageIsHexadecimalText) {
@@ -91,25 +106,6 @@ TEST_F(SystemTest, WindowSurfacesCarryPixels) {
   EXPECT_FALSE(Os().ReadWindowPixels(hwnd, nullptr));
   P().DestroyWindow(hwnd);
   EXPECT_FALSE(Os().ReadWindowPixels(hwnd, &pixels));
-}
-
-TEST_F(SystemTest, ThreadAndProcessIds) {
-  HWnd hwnd = MakeWindow();
-  std::uint32_t pid = 0;
-  EXPECT_EQ(P().GetWindowThreadProcessId(hwnd, &pid), P().GetCurrentThreadId());
-  EXPECT_EQ(pid, P().GetCurrentProcessId());
-  EXPECT_NE(P().GetCurrentThreadId(), 0u);
-}
-
-TEST_F(SystemTest, VersionChecks) {
-  EXPECT_TRUE(P().CheckWin32Version(6, 1));
-  EXPECT_TRUE(P().CheckWin32Version(6, 2));
-  EXPECT_TRUE(P().CheckWin32Version(10, 0));
-  EXPECT_FALSE(P().CheckWin32Version(10, 1));
-  Os().SetWin32Version(6, 1);
-  EXPECT_TRUE(P().CheckWin32Version(6, 1));
-  EXPECT_FALSE(P().CheckWin32Version(6, 2));
-  EXPECT_TRUE(P().CheckWin32Version(5, 9));
 }
 
 TEST_F(SystemTest, TooltipWindowKeepsItsTools) {

@@ -205,7 +205,8 @@ class ToolTipTest : public ResourcesTest {
  protected:
   ToolTipTest() {
     Platform().RegisterClassW(u"ToolTipTestParent", Platform().DefWindowProcAddress());
-    parent_ = Platform().CreateWindowExW(0, u"ToolTipTestParent", u"", win::WS_VISIBLE, 0, 0, 400, 100, nullptr, nullptr);
+    parent_ = Platform().CreateWindowExW(0, u"ToolTipTestParent", u"", win::WS_VISIBLE, 0, 0, 400, 100,
+                                         nullptr, nullptr);
     gSent = &sent_;
     hook_ = Platform().SetWindowsHookExW(win::WH_CALLWNDPROC, &RecordSent, nullptr, 0);
   }

@@ -34,7 +34,7 @@ class FaviconCacheTest : public ResourcesTest {
   std::vector<TUpdate> updates_;
 };
 
-TEST_F(FaviconCacheTest, EmptyUriGivesTheDefaultIconWithoutAnEntry) {
+TEST_F(FaviconCacheTest, EmptyUriGivesTheDefaultIconWithoutAnEntryOrNullWithoutTheFile) {
   auto favicon = Get(Open(u""));
   ASSERT_TRUE(favicon);
   EXPECT_TRUE(cache_->IsDefaultFaviconBitmap(favicon.get()));
@@ -43,6 +43,13 @@ TEST_F(FaviconCacheTest, EmptyUriGivesTheDefaultIconWithoutAnEntry) {
   EXPECT_EQ(cache_->ItemCount(), 0u);
   EXPECT_TRUE(host_.Favicons().Requests().empty());
   EXPECT_FALSE(cache_->IsDefaultFaviconBitmap(nullptr));
+
+  std::filesystem::remove(host_.Favicons().DefaultPath());
+  TFaviconCacheFMX cache(wrap_.get(), 12);
+  ComPtr<ISharedFMXBitmap> none;
+  cache.GetFavicon(Open(u""), 0, none);
+  EXPECT_FALSE(none);
+  EXPECT_FALSE(cache.IsDefaultFaviconBitmap(none.get()));
 }
 
 TEST_F(FaviconCacheTest, UnknownSiteIsFetchedOnceAndArrivesLater) {
@@ -150,15 +157,6 @@ TEST_F(FaviconCacheTest, WithoutAFaviconManagerTheItemStaysAsCreated) {
   EXPECT_TRUE(cache_->IsDefaultFaviconBitmap(Get(tab).get()));
   EXPECT_FALSE(cache_->Item(uri)->Requested());
   EXPECT_FALSE(cache_->Item(uri)->Done());
-}
-
-TEST_F(FaviconCacheTest, MissingDefaultIconAnswersNull) {
-  std::filesystem::remove(host_.Favicons().DefaultPath());
-  TFaviconCacheFMX cache(wrap_.get(), 12);
-  ComPtr<ISharedFMXBitmap> favicon;
-  cache.GetFavicon(Open(u""), 0, favicon);
-  EXPECT_FALSE(favicon);
-  EXPECT_FALSE(cache.IsDefaultFaviconBitmap(favicon.get()));
 }
 
 TEST_F(FaviconCacheTest, UnregisteredCacheHearsNothing) {

@@ -13,16 +13,26 @@ namespace {
 
 using ImageResTest = ResourcesTest;
 
-TEST_F(ImageResTest, FolderComesFromTheHostsSkinPathWithADelimiter) {
+TEST_F(ImageResTest, BasePathComesFromTheHostsSkinPathWithADelimiterOrIsTheBareDelimiter) {
   TTabbarImageRes res(wrap_.get());
   EXPECT_EQ(res.Extension(), u".png");
   EXPECT_EQ(ToPathOf(res.BasePath()), StripFolder() / "");
   EXPECT_EQ(res.BasePath().back(), kPathDelim);
   TCabinetImageRes cabinet(u"/some/folder");
   EXPECT_EQ(cabinet.BasePath(), TString(u"/some/folder") + kPathDelim);
+
+  TSmartSearchImageRes unknown(wrap_.get(), u"nosuchscheme://x/");
+  EXPECT_EQ(unknown.BasePath(), TString(1, kPathDelim));
+  EXPECT_EQ(unknown.SmartSearchLupe(), nullptr);
+  host_.RemoveService("GraphicResourceService");
+  TCabinetIconBarImageRes noService(wrap_.get());
+  EXPECT_EQ(noService.BasePath(), TString(1, kPathDelim));
+  EXPECT_EQ(noService.FaviconBase(), nullptr);
+  TTabbarImageRes noHost(nullptr);
+  EXPECT_EQ(noHost.TabClose(), nullptr);
 }
 
-TEST_F(ImageResTest, GetterLoadsOnceAndKeepsTheBitmap) {
+TEST_F(ImageResTest, GetterLoadsOnceAndKeepsTheBitmapAndAsksAgainForAMissingFile) {
   WritePng(StripFolder() / "TabClose.png", 22, 22, TAlphaColors::Red);
   TTabbarImageRes res(wrap_.get());
   TBitmap* close = res.TabClose();
@@ -35,10 +45,7 @@ TEST_F(ImageResTest, GetterLoadsOnceAndKeepsTheBitmap) {
   // The set keeps its picture even when the skin changes under it.
   WritePng(StripFolder() / "TabClose.png", 22, 22, TAlphaColors::Blue);
   EXPECT_EQ(res.TabClose()->PixelColor(3, 3), TAlphaColors::Red);
-}
 
-TEST_F(ImageResTest, MissingFileAnswersNullAndIsAskedForAgain) {
-  TTabbarImageRes res(wrap_.get());
   const auto before = ResourceFileCallCount();
   EXPECT_EQ(res.TabBlank(), nullptr);
   EXPECT_EQ(res.TabBlank(), nullptr);
@@ -70,18 +77,6 @@ TEST_F(ImageResTest, DamagedOrTruncatedPictureLeavesNullAndTheSetWorking) {
   EXPECT_NE(res.TabActive(), nullptr);
 }
 
-TEST_F(ImageResTest, UnresolvedPathLeavesTheBareDelimiter) {
-  TSmartSearchImageRes unknown(wrap_.get(), u"nosuchscheme://x/");
-  EXPECT_EQ(unknown.BasePath(), TString(1, kPathDelim));
-  EXPECT_EQ(unknown.SmartSearchLupe(), nullptr);
-  host_.RemoveService("GraphicResourceService");
-  TCabinetIconBarImageRes noService(wrap_.get());
-  EXPECT_EQ(noService.BasePath(), TString(1, kPathDelim));
-  EXPECT_EQ(noService.FaviconBase(), nullptr);
-  TTabbarImageRes noHost(nullptr);
-  EXPECT_EQ(noHost.TabClose(), nullptr);
-}
-
 // Each key reads the file of its own name: every picture gets a width of its own.
 TEST_F(ImageResTest, EveryKeyLoadsTheFileOfItsName) {
   EXPECT_EQ(TCabinetImageRes::Keys().size(), 2u);
@@ -104,7 +99,7 @@ TEST_F(ImageResTest, EveryKeyLoadsTheFileOfItsName) {
   EXPECT_EQ(res.ByKey(u"NoSuchKey"), nullptr);
 }
 
-TEST_F(ImageResTest, SliceCutsEqualPartsAndDropsTheSpareColumns) {
+TEST_F(ImageResTest, SliceCutsEqualPartsAndTheGettersKeepTheirOwnPieces) {
   TBitmap strip(10, 2);
   for (int x = 0; x < 10; ++x)
     for (int y = 0; y < 2; ++y)
@@ -118,38 +113,34 @@ TEST_F(ImageResTest, SliceCutsEqualPartsAndDropsTheSpareColumns) {
   auto middle = SliceBitmap(&strip, 3, 1);
   EXPECT_EQ(middle->PixelColor(0, 0), 0xFF000000u | 60u);
   EXPECT_EQ(SliceBitmap(nullptr, 3, 0), nullptr);
-}
 
-TEST_F(ImageResTest, SliceGettersKeepTheirOwnPieces) {
-  TBitmap strip(30, 20);
-  strip.Canvas().FillRect(TRectF(0, 0, 10, 20), TAlphaColors::Red, 1);
-  strip.Canvas().FillRect(TRectF(10, 0, 20, 20), TAlphaColors::Lime, 1);
-  strip.Canvas().FillRect(TRectF(20, 0, 30, 20), TAlphaColors::Blue, 1);
+  TBitmap sheet(30, 20);
+  sheet.Canvas().FillRect(TRectF(0, 0, 10, 20), TAlphaColors::Red, 1);
+  sheet.Canvas().FillRect(TRectF(10, 0, 20, 20), TAlphaColors::Lime, 1);
+  sheet.Canvas().FillRect(TRectF(20, 0, 30, 20), TAlphaColors::Blue, 1);
   std::filesystem::create_directories(StripFolder());
-  strip.SaveToFile(StripFolder() / "TabNameBackground3.png");
+  sheet.SaveToFile(StripFolder() / "TabNameBackground3.png");
   TTabbarImageRes res(wrap_.get());
   TBitmap* left = res.TabNameBackground3Left();
   TBitmap* fill = res.TabNameBackground3Fill();
-  TBitmap* right = res.TabNameBackground3Right();
-  ASSERT_TRUE(left && fill && right);
+  TBitmap* last = res.TabNameBackground3Right();
+  ASSERT_TRUE(left && fill && last);
   EXPECT_NE(left, fill);
   EXPECT_EQ(res.TabNameBackground3Left(), left);
   EXPECT_EQ(left->PixelColor(5, 5), TAlphaColors::Red);
   EXPECT_EQ(fill->PixelColor(5, 5), TAlphaColors::Lime);
-  EXPECT_EQ(right->PixelColor(5, 5), TAlphaColors::Blue);
+  EXPECT_EQ(last->PixelColor(5, 5), TAlphaColors::Blue);
   EXPECT_EQ(res.TabNameBackground1Left(), nullptr);  // no source, no slice
   TCabinetIconBarImageRes bar(wrap_.get());
   EXPECT_EQ(bar.CabinetbarItemHoveredFill(), nullptr);
 }
 
-TEST_F(ImageResTest, SolidBitmapHasTheRoundedSize) {
+TEST_F(ImageResTest, SolidAndSharedBitmaps) {
   auto solid = MakeSolidBitmap(0xFF6A6A6Au, 97.6f, 46.4f);
   EXPECT_EQ(solid->Width(), 98);
   EXPECT_EQ(solid->Height(), 46);
   EXPECT_EQ(solid->PixelColor(97, 45), 0xFF6A6A6Au);
-}
 
-TEST_F(ImageResTest, SharedBitmapReportsSizeAndTag) {
   auto shared = MakeSharedBitmap(std::make_unique<TBitmap>(12, 7));
   EXPECT_EQ(shared->GetWidth(), 12);
   EXPECT_EQ(shared->GetHeight(), 7);

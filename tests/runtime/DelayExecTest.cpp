@@ -16,7 +16,7 @@ class DelayExecTest : public ::testing::Test {
   TScopedPortableOs os_;
 };
 
-TEST_F(DelayExecTest, TasksRunInOrderOnePerTick) {
+TEST_F(DelayExecTest, TasksRunInOrderOnePerTickAndTheTimerStopsOneTickAfterTheLast) {
   TDelayTaskList list;
   list.SetInterval(10);
   std::vector<int> ran;
@@ -29,19 +29,8 @@ TEST_F(DelayExecTest, TasksRunInOrderOnePerTick) {
     ASSERT_EQ(ran.size(), static_cast<std::size_t>(tick));
   }
   EXPECT_EQ(ran, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-}
-
-TEST_F(DelayExecTest, EmptyQueueLeavesTimerOffAfterOneTick) {
-  TDelayTaskList list;
-  list.SetInterval(20);
-  int runs = 0;
-  list.AddAnonTask(u"a", [&] { ++runs; });
-  os_->ProcessMessages();
-  EXPECT_TRUE(list.TimerEnabled());
-  os_->AdvanceClock(20);
-  EXPECT_EQ(runs, 1);
   EXPECT_TRUE(list.TimerEnabled());  // the queue had an item at the last look
-  os_->AdvanceClock(20);
+  os_->AdvanceClock(10);
   EXPECT_FALSE(list.TimerEnabled());
 }
 
@@ -63,13 +52,14 @@ TEST_F(DelayExecTest, RetriedTaskRunsAfterThoseQueuedBehindIt) {
   EXPECT_EQ(ran, (std::vector<std::string>{"retry", "b", "c", "retry"}));
 }
 
-TEST_F(DelayExecTest, RemoveTaskByIdTakesEveryMatch) {
+TEST_F(DelayExecTest, RemoveTaskByIdTakesEveryMatchAndTasksInFlightAreNotSeen) {
   TDelayTaskList list;
   list.SetInterval(100);
   int runs = 0;
   list.AddAnonTask(u"x", [&] { ++runs; });
   list.AddAnonTask(u"y", [&] { ++runs; });
   list.AddAnonTask(u"x", [&] { ++runs; });
+  EXPECT_FALSE(list.TaskExists(u"x"));  // the messages have not been received yet
   os_->ProcessMessages();
   EXPECT_TRUE(list.TaskExists(u"x"));
   list.RemoveTaskById(u"x");
@@ -80,33 +70,16 @@ TEST_F(DelayExecTest, RemoveTaskByIdTakesEveryMatch) {
   EXPECT_EQ(runs, 1);
 }
 
-TEST_F(DelayExecTest, TaskStillInFlightIsNotSeen) {
-  TDelayTaskList list;
-  list.AddAnonTask(u"x", [] {});
-  EXPECT_FALSE(list.TaskExists(u"x"));  // its message has not been received yet
-  os_->ProcessMessages();
-  EXPECT_TRUE(list.TaskExists(u"x"));
-}
-
-TEST_F(DelayExecTest, ThrowingTaskEndsOnlyItself) {
+TEST_F(DelayExecTest, ThrowingTaskEndsOnlyItselfAndExecNowQueuesLikeAdd) {
   TDelayTaskList list;
   list.SetInterval(1);
   int after = 0;
   list.AddAnonTask(u"bad", [] { throw std::runtime_error("boom"); });
-  list.AddAnonTask(u"good", [&] { ++after; });
+  list.ExecAnonTaskNow(u"good", [&] { ++after; });
+  EXPECT_EQ(after, 0);
   os_->AdvanceClock(50);
   EXPECT_EQ(after, 1);
   EXPECT_EQ(list.Count(), 0u);
-}
-
-TEST_F(DelayExecTest, ExecTaskNowQueuesLikeAddTask) {
-  TDelayTaskList list;
-  list.SetInterval(1);
-  int runs = 0;
-  list.ExecAnonTaskNow(u"now", [&] { ++runs; });
-  EXPECT_EQ(runs, 0);
-  os_->AdvanceClock(10);
-  EXPECT_EQ(runs, 1);
 }
 
 TEST_F(DelayExecTest, DestroyingDropsQueuedAndInFlightTasks) {
@@ -122,7 +95,7 @@ TEST_F(DelayExecTest, DestroyingDropsQueuedAndInFlightTasks) {
   EXPECT_EQ(os_->WindowCount(), 0u);
 }
 
-TEST_F(DelayExecTest, TheLastUtilityWindowTakesItsClassAlong) {
+TEST_F(DelayExecTest, UtilityWindowHasItsClassAndStylesAndTheLastTakesTheClassAlong) {
   auto first = std::make_unique<TDelayTaskList>();
   auto second = std::make_unique<TDelayTaskList>();
   first.reset();
@@ -131,17 +104,12 @@ TEST_F(DelayExecTest, TheLastUtilityWindowTakesItsClassAlong) {
   // A class left behind would keep a procedure of a library that may be unloaded.
   EXPECT_FALSE(os_->GetClassInfoW(kDefaultUtilWindowClass, nullptr));
   TDelayTaskList again;
-  EXPECT_TRUE(os_->GetClassInfoW(kDefaultUtilWindowClass, nullptr));
-}
-
-TEST_F(DelayExecTest, UtilityWindowHasItsClassAndStyles) {
-  TDelayTaskList list;
   char16_t name[64] = {};
-  ASSERT_GT(os_->GetClassNameW(list.WindowHandle(), name, 64), 0);
+  ASSERT_GT(os_->GetClassNameW(again.WindowHandle(), name, 64), 0);
   EXPECT_EQ(std::u16string(name), kDefaultUtilWindowClass);
-  EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(list.WindowHandle(), win::GWL_STYLE)),
+  EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(again.WindowHandle(), win::GWL_STYLE)),
             win::WS_POPUP);
-  EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(list.WindowHandle(), win::GWL_EXSTYLE)),
+  EXPECT_EQ(static_cast<std::uint32_t>(os_->GetWindowLongW(again.WindowHandle(), win::GWL_EXSTYLE)),
             win::WS_EX_TOOLWINDOW);
 }
 

@@ -29,6 +29,9 @@ class SmartSearchPopupTest : public SmartSearchFixture {
  protected:
   SmartSearchPopupTest() {
     TToolkit::Finalize();
+    // A real main window: the fake's default handle only names a window by the luck of
+    // being the first one this process makes.
+    host_.HostWindows().CreateMainWindow(TRect{0, 0, 1280, 800});
     SetProperty(prop_key::SearchBarShowSmartSearch, u"true");
     SetProperty(prop_key::SearchBarCount, u"3");
     SetProperty(prop_key::SearchBarSmartSearchCustomButtonCount, u"1");

@@ -25,7 +25,7 @@ TEncodeScore Score(TEncodeScore (*scorer)(const std::uint8_t*, std::int32_t, std
 
 using namespace std::string_view_literals;
 
-TEST(EncodeDetectMarks, ByteOrderMarks) {
+TEST(EncodeDetectMarks, ByteOrderMarksAndEmptyBuffers) {
   EXPECT_EQ(Detect("\xFF\xFE\x00\x00"sv), kEncodeUTF32LE);  // UTF-32, not UTF-16
   EXPECT_EQ(Detect("\x00\x00\xFE\xFF"sv), kEncodeUTF32BE);
   EXPECT_EQ(Detect("\xFF\xFE\x41\x00"sv), kEncodeUTF16LE);
@@ -39,9 +39,7 @@ TEST(EncodeDetectMarks, ByteOrderMarks) {
   EXPECT_EQ(Detect("\xEF\xBB"sv), kEncodeUnknown);
   EXPECT_EQ(Detect("\xFF\xFE\x41\x00"sv, kExcludeBOM), kEncodeUnknown);
   EXPECT_EQ(Detect("\xEF\xBB\xBF\xE3\x81\x82"sv, kExcludeBOM), kEncodeUTF8);
-}
 
-TEST(EncodeDetectMarks, EmptyBuffer) {
   EXPECT_EQ(Detect(""), kEncodeUnknown);
   EXPECT_EQ(DetectEncoding(nullptr, -5, 0), kEncodeUnknown);
   const std::uint8_t byte = 0xFF;
@@ -70,7 +68,7 @@ TEST(EncodeDetectISO2022JP, EscapeSequences) {
   }
 }
 
-TEST(EncodeDetectScorers, UTF8) {
+TEST(EncodeDetectScorers, EachScorerCountsItsMultiByteCharactersAndRefusesBrokenOnes) {
   EXPECT_EQ(Score(ScoreUTF8, "a\xC3\xA9\xE3\x81\x82\xF0\x9F\x98\x80").Score, 9);
   EXPECT_TRUE(Score(ScoreUTF8, "a\xC3\xA9").Valid);
   // Cut off by the end of the buffer: neither counted nor broken.
@@ -82,9 +80,7 @@ TEST(EncodeDetectScorers, UTF8) {
   EXPECT_FALSE(Score(ScoreUTF8, "\x80").Valid);
   EXPECT_TRUE(Score(ScoreUTF8, "\xC3\xA9\xC3").Valid);
   EXPECT_EQ(Detect("\xC3\xA9\xC3\xA9\xC3\xA9\xE3\x81\x82\xE3\x81"sv), kEncodeUTF8);
-}
 
-TEST(EncodeDetectScorers, ShiftJIS) {
   EXPECT_EQ(Score(ScoreShiftJIS, "\x82\xA0\x82\xA2\xB1").Score, 4);  // half-width katakana adds nothing
   EXPECT_TRUE(Score(ScoreShiftJIS, test::kHalfWidthKanaShiftJIS).Valid);
   EXPECT_EQ(Score(ScoreShiftJIS, test::kHalfWidthKanaShiftJIS).Score, 0);
@@ -93,9 +89,7 @@ TEST(EncodeDetectScorers, ShiftJIS) {
   EXPECT_FALSE(Score(ScoreShiftJIS, "\x82\x20").Valid);
   EXPECT_FALSE(Score(ScoreShiftJIS, "\x82\x7F").Valid);
   EXPECT_TRUE(Score(ScoreShiftJIS, "\x82\x80\xE0\xFC\xFC\x40").Valid);
-}
 
-TEST(EncodeDetectScorers, EUCJP) {
   EXPECT_EQ(Score(ScoreEUCJP,
                   "\xA4\xA2"
                   "a"
@@ -108,9 +102,7 @@ TEST(EncodeDetectScorers, EUCJP) {
   EXPECT_FALSE(Score(ScoreEUCJP, "\xFF\xA1").Valid);
   EXPECT_FALSE(Score(ScoreEUCJP, "\x90\xA1").Valid);
   EXPECT_FALSE(Score(ScoreEUCJP, "\xA4\xA0").Valid);
-}
 
-TEST(EncodeDetectScorers, UTF7) {
   EXPECT_EQ(Score(ScoreUTF7, "Hi +ZeVnLIqe- there").Score, 16);
   EXPECT_TRUE(Score(ScoreUTF7, "plain text, with (some) punctuation.").Valid);
   for (char c : std::string("!\"#$%&*;<=>@[\\]^_`{|}~"))
@@ -118,9 +110,7 @@ TEST(EncodeDetectScorers, UTF7) {
   EXPECT_FALSE(Score(ScoreUTF7, "+AB C-").Valid);  // base-64 state takes letters, digits, + and / only
   EXPECT_FALSE(Score(ScoreUTF7, "\x80").Valid);
   EXPECT_EQ(Detect("+ZeVnLIqe-"), kEncodeUTF7);
-}
 
-TEST(EncodeDetectScorers, ExcludedScorersAreInvalid) {
   const auto* d = reinterpret_cast<const std::uint8_t*>("abc");
   EXPECT_FALSE(ScoreShiftJIS(d, 2, kExcludeShiftJIS).Valid);
   EXPECT_FALSE(ScoreEUCJP(d, 2, kExcludeEUCJP).Valid);
@@ -234,7 +224,7 @@ TEST(EncodeDetectScorers, MatchTheirRulesOnRandomBuffers) {
   }
 }
 
-TEST(EncodeDetectVerdicts, JapaneseSamples) {
+TEST(EncodeDetectVerdicts, JapaneseSamplesPlainAsciiAndTies) {
   EXPECT_EQ(Detect(test::kJapaneseUtf8), kEncodeUTF8);
   EXPECT_EQ(Detect(test::kJapaneseShiftJIS), kEncodeShiftJIS);
   EXPECT_EQ(Detect(test::kJapaneseEUCJP), kEncodeEUCJP);
@@ -242,9 +232,7 @@ TEST(EncodeDetectVerdicts, JapaneseSamples) {
   // Switching the winner off leaves no verdict rather than a wrong one.
   EXPECT_EQ(Detect(test::kJapaneseEUCJP, kExcludeEUCJP), kEncodeUnknown);
   EXPECT_EQ(Detect(test::kJapaneseShiftJIS, kExcludeShiftJIS), kEncodeUnknown);
-}
 
-TEST(EncodeDetectVerdicts, PlainAsciiAndTies) {
   EXPECT_EQ(Detect("Plain ASCII text: all scores are 0."), kEncodeUnknown);
   // EUC-JP and Shift-JIS both score 2: a tie gives no verdict.
   EXPECT_EQ(Detect("\xE0\xA1"sv), kEncodeUnknown);

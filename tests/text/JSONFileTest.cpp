@@ -40,7 +40,7 @@ class JSONFileTest : public ::testing::Test {
 
 const std::u16string kDocument = u"{\"k\":\"\u65e5\u672c\",\"n\":1}";
 
-TEST_F(JSONFileTest, ByteOrderMarksChooseTheEncoding) {
+TEST_F(JSONFileTest, ByteOrderMarksChooseTheEncodingElseTheTextIsAnsi) {
   ComPtr<IJSONValue> v;
   // The first file's name is not ASCII: it must reach the file system unchanged.
   TJSONParser::LoadJSONFromFile(
@@ -50,10 +50,7 @@ TEST_F(JSONFileTest, ByteOrderMarksChooseTheEncoding) {
   EXPECT_EQ(v->AsObject()->GetString(u"k"), u"\u65e5\u672c");
   TJSONParser::LoadJSONFromFile(WriteFile("be.json", "\xFE\xFF" + Utf16(kDocument, true)), v);
   EXPECT_EQ(v->AsObject()->GetString(u"k"), u"\u65e5\u672c");
-}
 
-TEST_F(JSONFileTest, WithoutMarkTheTextIsAnsi) {
-  ComPtr<IJSONValue> v;
   TJSONParser::LoadJSONFromFile(WriteFile("ansi.json", "{\"k\":\"caf\xE9\"}"), v);
   EXPECT_EQ(v->AsObject()->GetString(u"k"), u"caf\u00e9");
 }
@@ -76,7 +73,7 @@ TEST_F(JSONFileTest, GivenEncodingSkipsOnlyItsOwnMark) {
   EXPECT_FALSE(v);
 }
 
-TEST_F(JSONFileTest, ParseErrorsCountLinesOfTheFile) {
+TEST_F(JSONFileTest, ParseAndFileErrors) {
   ComPtr<IJSONValue> v;
   const std::u16string path = WriteFile("bad.json", "[\r\n  1,\r\n  2\r\n  3\r\n]");
   try {
@@ -85,10 +82,7 @@ TEST_F(JSONFileTest, ParseErrorsCountLinesOfTheFile) {
   } catch (const EJsonParseError& e) {
     EXPECT_STREQ(e.what(), "Error at line 4 column 3: Expecting value-sep(\",\") or end-array(\"]\").");
   }
-}
 
-TEST_F(JSONFileTest, UnreadableFilesRaiseAFileError) {
-  ComPtr<IJSONValue> v;
   const std::u16string missing = FromUtf8((FDir / "missing.json").string());
   EXPECT_THROW(TJSONParser::LoadJSONFromFile(missing, v), EJsonFileError);
   EXPECT_THROW(TJSONParser::LoadJSONFromFile(FromUtf8(FDir.string()), TJSONFileEncoding::UTF8, v),

@@ -32,7 +32,7 @@ const std::string kTrailing = "Parse Error. There is an unnecessary charactor af
 
 std::u16string Packed(std::u16string_view text) { return Parse(text)->ToPackedJSONText(); }
 
-TEST(JSONParserErrors, RootMustBeObjectOrArray) {
+TEST(JSONParserErrors, EachBrokenTextHasItsMessage) {
   EXPECT_EQ(ErrorOf(u""), "Error at line 0 column 0: Parse Error. Cannot parse text.");
   EXPECT_EQ(ErrorOf(u"123"), "Error at line 0 column 0: Parse Error. Cannot parse text.");
   EXPECT_EQ(ErrorOf(u"  \"text\""), "Error at line 0 column 0: Parse Error. Cannot parse text.");
@@ -40,9 +40,7 @@ TEST(JSONParserErrors, RootMustBeObjectOrArray) {
   EXPECT_EQ(ErrorOf(u"{} x"), "Error at line 1 column 3: " + kTrailing);
   EXPECT_EQ(ErrorOf(u"[]]"), "Error at line 1 column 2: " + kTrailing);
   EXPECT_EQ(ErrorOf(std::u16string(u"[]\0", 3)), "Error at line 1 column 2: " + kTrailing);
-}
 
-TEST(JSONParserErrors, ObjectTexts) {
   EXPECT_EQ(ErrorOf(u"{\"a\" 1}"), "Error at line 1 column 6: Expecting name-separator(\":\").");
   EXPECT_EQ(ErrorOf(u"{\"a\":}"), "Error at line 1 column 5: " + kMemberValue);
   EXPECT_EQ(ErrorOf(u"{\"a\":1,}"), "Error at line 1 column 7: Expecting field name(string).");
@@ -52,17 +50,13 @@ TEST(JSONParserErrors, ObjectTexts) {
             "Error at line 1 column 8: Expecting value-sep(\",\") or end-object(\"}\").");
   EXPECT_EQ(ErrorOf(u"{\"a\":1"),
             "Error at line 1 column 6: Expecting value-sep(\",\") or end-object(\"}\").");
-}
 
-TEST(JSONParserErrors, ArrayTexts) {
   EXPECT_EQ(ErrorOf(u"[1,]"), "Error at line 1 column 3: " + kValue);
   EXPECT_EQ(ErrorOf(u"[:]"), "Error at line 1 column 2: " + kValueOrEndArray);
   EXPECT_EQ(ErrorOf(u"[1 2]"), "Error at line 1 column 4: " + kSepOrEndArray);
   EXPECT_EQ(ErrorOf(u"[nul]"), "Error at line 1 column 2: " + kValueOrEndArray);
   EXPECT_EQ(ErrorOf(u"[True]"), "Error at line 1 column 2: " + kValueOrEndArray);
-}
 
-TEST(JSONParserErrors, NumberTexts) {
   EXPECT_EQ(ErrorOf(u"[-]"), "Error at line 1 column 2: Expecting number.");
   EXPECT_EQ(ErrorOf(u"[-x]"), "Error at line 1 column 2: Expecting number.");
   EXPECT_EQ(ErrorOf(u"[1.]"), "Error at line 1 column 3: Expecting fraction.");
@@ -76,9 +70,7 @@ TEST(JSONParserErrors, NumberTexts) {
   EXPECT_EQ(ErrorOf(u"[1.5E99999]"), "Error at line 1 column 10: Cannot convert \"1.5e99999\" to number.");
   // A leading zero is the whole integer part: 012 is 0 followed by stray text.
   EXPECT_EQ(ErrorOf(u"[012]"), "Error at line 1 column 3: " + kSepOrEndArray);
-}
 
-TEST(JSONParserErrors, StringTexts) {
   EXPECT_EQ(ErrorOf(u"[\"a\tb\"]"), "Error at line 1 column 4: Invalid charactor for JSON string: #09");
   EXPECT_EQ(ErrorOf(u"[\"a\nb\"]"), "Error at line 1 column 4: Invalid charactor for JSON string: #0A");
   EXPECT_EQ(ErrorOf(u"[\"\x19\"]"), "Error at line 1 column 3: Invalid charactor for JSON string: #19");
@@ -113,15 +105,13 @@ TEST(JSONParserErrors, CarryLineAndColumn) {
   EXPECT_TRUE(value->IsArray());
 }
 
-TEST(JSONParserLines, LfCrAndCrLfEachEndOneLine) {
+TEST(JSONParserLines, LineEndsEscapedLineEndsAndKeywordsMoveTheLineAsTheNextCharacterIsRead) {
   // The line count moves with the character after the line end.
   EXPECT_EQ(ErrorOf(u"[\r\n1,\r\n]"), "Error at line 2 column 4: " + kValue);
   EXPECT_EQ(ErrorOf(u"[\n1,\n]"), "Error at line 2 column 3: " + kValue);
   EXPECT_EQ(ErrorOf(u"[\r1,\r]"), "Error at line 2 column 3: " + kValue);
   EXPECT_EQ(ErrorOf(u"[\r\n\r\n\n\r1 x]"), "Error at line 5 column 3: " + kSepOrEndArray);
-}
 
-TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
   // A backslash takes the raw line end after it; the string's next characters are on the next line.
   EXPECT_EQ(ErrorOf(u"[\"a\\\nbc\x01\"]"),
             "Error at line 2 column 3: Invalid charactor for JSON string: #01");
@@ -130,9 +120,7 @@ TEST(JSONParserLines, EscapedLineEndsInStringsEndALine) {
   EXPECT_EQ(ErrorOf(u"[\"a\\\nb\" x]"), "Error at line 2 column 4: " + kSepOrEndArray);
   // CR LF is one line end: the LF after an escaped CR is still on the first line.
   EXPECT_EQ(ErrorOf(u"[\"a\\\r\nb\"]"), "Error at line 1 column 6: Invalid charactor for JSON string: #0A");
-}
 
-TEST(JSONParserLines, KeywordsDoNotTouchThePreviousCharacter) {
   // "null" after a line end is matched in place, so the line only moves on the next
   // character read, and the column starts over there.
   EXPECT_EQ(ErrorOf(u"[\nnull x]"), "Error at line 2 column 2: " + kSepOrEndArray);
@@ -148,34 +136,31 @@ TEST(JSONParserValues, ContainersAndKeywords) {
             u"{\"a\":[1,{\"b\":null}],\"c\":\"d\"}");
 }
 
-TEST(JSONParserValues, RepeatedNameKeepsFirstPlaceAndLastValue) {
+TEST(JSONParserValues, RepeatedNameKeepsFirstPlaceAndLastValueAndAnEmptyNameIsDropped) {
   const ComPtr<IJSONObject> o = Parse(u"{\"a\":1,\"b\":2,\"a\":3}")->AsObject();
   EXPECT_EQ(o->ToPackedJSONText(), u"{\"a\":3,\"b\":2}");
   EXPECT_EQ(o->GetCount(), 2);
   EXPECT_EQ(o->GetValueAt(0)->GetIntValue(), 1);  // the member list keeps the first value
   EXPECT_EQ(o->GetInt(u"a"), 3);
+  EXPECT_EQ(Packed(u"{\"\":1,\"x\":2}"), u"{\"x\":2}");
 }
 
-TEST(JSONParserValues, EmptyNameIsDropped) { EXPECT_EQ(Packed(u"{\"\":1,\"x\":2}"), u"{\"x\":2}"); }
-
-TEST(JSONParserValues, StringEscapes) {
+TEST(JSONParserValues, StringEscapesControlCharactersFrom26AndLoneSurrogates) {
   const ComPtr<IJSONArray> a =
       Parse(u"[\"\\b\\f\\n\\r\\t\\\"\\/\\\\\", \"\\u0041\\u00e9\\uD83D\\ude00\", \"\\q\\x\"]")->AsArray();
   EXPECT_EQ(a->GetString(0), u"\b\f\n\r\t\"/\\");
   EXPECT_EQ(a->GetString(1), u"A\u00e9\U0001F600");
   // An unknown escape gives a backslash and loses the letter.
   EXPECT_EQ(a->GetString(2), u"\\\\");
-}
 
-TEST(JSONParserValues, ControlCharactersFrom26Pass) {
+  // Control characters from 26 on pass.
   const std::u16string text = u"[\"\x1A\x1E\x1F\x7F\"]";
   EXPECT_EQ(Parse(text)->AsArray()->GetString(0), u"\x1A\x1E\x1F\x7F");
-}
 
-TEST(JSONParserValues, LoneSurrogatesAreKept) {
-  const ComPtr<IJSONArray> a = Parse(u"[\"\\ud800\", \"\\udc00x\"]")->AsArray();
-  EXPECT_EQ(a->GetString(0), std::u16string(1, char16_t(0xD800)));
-  EXPECT_EQ(a->GetString(1), std::u16string(u"\xDC00x"));
+  // Lone surrogates are kept.
+  const ComPtr<IJSONArray> lone = Parse(u"[\"\\ud800\", \"\\udc00x\"]")->AsArray();
+  EXPECT_EQ(lone->GetString(0), std::u16string(1, char16_t(0xD800)));
+  EXPECT_EQ(lone->GetString(1), std::u16string(u"\xDC00x"));
   std::u16string raw = u"[\"?\"]";
   raw[2] = 0xDBFF;
   EXPECT_EQ(Parse(raw)->AsArray()->GetString(0), std::u16string(1, char16_t(0xDBFF)));

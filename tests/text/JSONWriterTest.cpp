@@ -76,23 +76,19 @@ TEST(JSONWriterOptions, IndentAndLineBreakTexts) {
   EXPECT_EQ(Write(u"{\"a\":[1]}", option), u"{\"a\": [1]}");
 }
 
-TEST(JSONWriterOptions, PackEmptyArray) {
+TEST(JSONWriterOptions, PackingOfEmptyArraysArrayElementsAndOneFieldObjects) {
   TJSONCreateTextOption option;
   option.SetPackEmptyArray(true);
   EXPECT_EQ(Write(u"{\"a\":[]}", option), u"{\r\n    \"a\": []\r\n}");
   EXPECT_EQ(Write(u"[[],[1]]", option), u"[\r\n    [],\r\n    [\r\n        1\r\n    ]\r\n]");
-}
 
-TEST(JSONWriterOptions, ArrayElementPackKeepsOnlyTheMemberBreaks) {
-  TJSONCreateTextOption option;
+  option = TJSONCreateTextOption();
   option.SetArrayElementPack(true);
   EXPECT_EQ(Write(u"[{\"a\":1,\"b\":2}]", option), u"[\r\n    {\"a\": 1,\r\n    \"b\": 2}\r\n]");
   // Only objects directly inside an array are packed.
   EXPECT_EQ(Write(u"{\"o\":{\"a\":1}}", option), u"{\r\n    \"o\": {\r\n        \"a\": 1\r\n    }\r\n}");
-}
 
-TEST(JSONWriterOptions, PackOneFieldObject) {
-  TJSONCreateTextOption option;
+  option = TJSONCreateTextOption();
   option.SetPackOneFieldObject(true);
   EXPECT_EQ(Write(u"{\"a\":{\"b\":1},\"c\":{}}", option),
             u"{\r\n    \"a\": {\"b\": 1},\r\n    \"c\": {}\r\n}");

@@ -23,7 +23,8 @@ void Put32(Bytes& b, std::uint32_t v) {
 }
 
 // DIB header and pixels; icon images store twice the height and an AND mask.
-Bytes Dib(int w, int h, int bpp, const std::vector<std::uint32_t>& pixels, bool icon, const Bytes& andMask = {}) {
+Bytes Dib(int w, int h, int bpp, const std::vector<std::uint32_t>& pixels, bool icon,
+          const Bytes& andMask = {}) {
   Bytes b;
   Put32(b, 40);
   Put32(b, static_cast<std::uint32_t>(w));
@@ -110,7 +111,8 @@ TEST_F(ToolkitCodec, DamagedOrTruncatedPngRaises) {
   TBitmap target;
   for (std::size_t cut : {png.size() - 20, png.size() / 2, std::size_t(12), std::size_t(8)}) {
     std::string part = png.substr(0, cut);
-    EXPECT_THROW(target.LoadFromMemory(reinterpret_cast<const std::uint8_t*>(part.data()), part.size()), EInvalidImage)
+    EXPECT_THROW(target.LoadFromMemory(reinterpret_cast<const std::uint8_t*>(part.data()), part.size()),
+                 EInvalidImage)
         << "cut at " << cut;
   }
   std::string flipped = png;
@@ -138,7 +140,7 @@ TEST_F(ToolkitCodec, ReadsBmp24And32) {
   EXPECT_EQ(b.PixelColor(0, 0), 0xFFFF0000u);
 }
 
-TEST_F(ToolkitCodec, DamagedBmpRaises) {
+TEST_F(ToolkitCodec, DamagedBmpAndIcoRaise) {
   Bytes bmp = Bmp(4, 4, 24, std::vector<std::uint32_t>(16, 0xFF808080u));
   TBitmap b;
   for (std::size_t cut : {bmp.size() - 1, std::size_t(30), std::size_t(14), std::size_t(3)}) {
@@ -154,9 +156,22 @@ TEST_F(ToolkitCodec, DamagedBmpRaises) {
   Bytes rle = bmp;
   rle[14 + 16] = 1;  // compressed: not read
   EXPECT_THROW(b.LoadFromMemory(rle.data(), rle.size()), EInvalidImage);
+
+  Bytes big = Dib(2, 2, 32, std::vector<std::uint32_t>(4, 0xFFFFFFFFu), true, Bytes(8, 0));
+  Bytes ico = Ico({{2, big}});
+  for (std::size_t cut : {ico.size() - 1, std::size_t(30), std::size_t(10)}) {
+    Bytes part(ico.begin(), ico.begin() + static_cast<std::ptrdiff_t>(cut));
+    EXPECT_THROW(b.LoadFromMemory(part.data(), part.size()), EInvalidImage) << "cut at " << cut;
+  }
+  Bytes empty = {0, 0, 1, 0, 0, 0};
+  EXPECT_THROW(b.LoadFromMemory(empty.data(), empty.size()), EInvalidImage);
+  Bytes badOffset = ico;
+  badOffset[18] = 0xFF;
+  badOffset[19] = 0xFF;
+  EXPECT_THROW(b.LoadFromMemory(badOffset.data(), badOffset.size()), EInvalidImage);
 }
 
-TEST_F(ToolkitCodec, IcoPicksLargestAndUsesAlphaOrMask) {
+TEST_F(ToolkitCodec, IcoPicksLargestUsesAlphaOrMaskAndReadsAPngInside) {
   Bytes small = Dib(1, 1, 32, {0xFF0000FFu}, true, Bytes(4, 0));
   std::vector<std::uint32_t> px = {0x80FF0000u, 0xFFFF0000u, 0xFFFF0000u, 0x00000000u};
   Bytes big = Dib(2, 2, 32, px, true, Bytes(8, 0));
@@ -174,35 +189,16 @@ TEST_F(ToolkitCodec, IcoPicksLargestAndUsesAlphaOrMask) {
   b.LoadFromMemory(ico24.data(), ico24.size());
   EXPECT_EQ(b.PixelColor(0, 0), 0u);
   EXPECT_EQ(b.PixelColor(0, 1), 0xFF00FF00u);
-}
 
-TEST_F(ToolkitCodec, IcoWithPngInside) {
   TBitmap src(3, 3);
   src.Clear(TAlphaColors::Lime);
   std::stringstream stream;
   src.SaveToStream(stream);
   std::string png = stream.str();
-  Bytes ico = Ico({{3, Bytes(png.begin(), png.end())}});
-  TBitmap b;
-  b.LoadFromMemory(ico.data(), ico.size());
+  Bytes icoPng = Ico({{3, Bytes(png.begin(), png.end())}});
+  b.LoadFromMemory(icoPng.data(), icoPng.size());
   EXPECT_EQ(b.Width(), 3);
   EXPECT_EQ(b.PixelColor(2, 2), TAlphaColors::Lime);
-}
-
-TEST_F(ToolkitCodec, DamagedIcoRaises) {
-  Bytes big = Dib(2, 2, 32, std::vector<std::uint32_t>(4, 0xFFFFFFFFu), true, Bytes(8, 0));
-  Bytes ico = Ico({{2, big}});
-  TBitmap b;
-  for (std::size_t cut : {ico.size() - 1, std::size_t(30), std::size_t(10)}) {
-    Bytes part(ico.begin(), ico.begin() + static_cast<std::ptrdiff_t>(cut));
-    EXPECT_THROW(b.LoadFromMemory(part.data(), part.size()), EInvalidImage) << "cut at " << cut;
-  }
-  Bytes empty = {0, 0, 1, 0, 0, 0};
-  EXPECT_THROW(b.LoadFromMemory(empty.data(), empty.size()), EInvalidImage);
-  Bytes badOffset = ico;
-  badOffset[18] = 0xFF;
-  badOffset[19] = 0xFF;
-  EXPECT_THROW(b.LoadFromMemory(badOffset.data(), badOffset.size()), EInvalidImage);
 }
 
 TEST_F(ToolkitCodec, CodecManagerTableAndTeardown) {
