@@ -65,6 +65,26 @@ struct TChunk {
   std::vector<std::uint8_t> Data;
 };
 
+// Kept out of line: the optimiser must not bring the chunks' making under setjmp.
+[[gnu::noinline]] bool WriteChunks(std::FILE* out, int width, int height, const std::vector<TChunk>& chunks) {
+  TPngWrite write;
+  write.Png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+  if (!write.Png) return false;
+  write.Info = png_create_info_struct(write.Png);
+  if (!write.Info) return false;
+  // libpng reports a failed write by jumping back here; everything it would skip is made before.
+  if (setjmp(png_jmpbuf(write.Png))) return false;
+  png_init_io(write.Png, out);
+  png_set_IHDR(write.Png, write.Info, static_cast<png_uint_32>(width), static_cast<png_uint_32>(height), 8,
+               PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+               PNG_FILTER_TYPE_DEFAULT);
+  png_write_info(write.Png, write.Info);
+  for (const TChunk& chunk : chunks)
+    png_write_chunk(write.Png, reinterpret_cast<png_const_bytep>(chunk.Name), chunk.Data.data(),
+                    chunk.Data.size());
+  return std::fflush(out) == 0;
+}
+
 }  // namespace
 
 bool WriteApng(const std::filesystem::path& file, const std::vector<const TBitmap*>& frames,
@@ -114,23 +134,7 @@ bool WriteApng(const std::filesystem::path& file, const std::vector<const TBitma
   chunks.push_back({"IEND", {}});
 
   std::unique_ptr<std::FILE, TFileClose> out(std::fopen(file.string().c_str(), "wb"));
-  if (!out) return false;
-  TPngWrite write;
-  write.Png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-  if (!write.Png) return false;
-  write.Info = png_create_info_struct(write.Png);
-  if (!write.Info) return false;
-  // libpng reports a failed write by jumping back here; everything it would skip is made above.
-  if (setjmp(png_jmpbuf(write.Png))) return false;
-  png_init_io(write.Png, out.get());
-  png_set_IHDR(write.Png, write.Info, static_cast<png_uint_32>(width), static_cast<png_uint_32>(height), 8,
-               PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-               PNG_FILTER_TYPE_DEFAULT);
-  png_write_info(write.Png, write.Info);
-  for (const TChunk& chunk : chunks)
-    png_write_chunk(write.Png, reinterpret_cast<png_const_bytep>(chunk.Name), chunk.Data.data(),
-                    chunk.Data.size());
-  return std::fflush(out.get()) == 0;
+  return out && WriteChunks(out.get(), width, height, chunks);
 }
 
 }  // namespace qx

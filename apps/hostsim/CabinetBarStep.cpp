@@ -20,11 +20,13 @@ std::vector<std::uint8_t> PngOf(const TBitmap& picture) {
 
 }  // namespace
 
-void TCabinetBarStep::StoreSiteIcons(int lastPage) {
+void TCabinetBarStep::StoreDefaultIcon() {
   FHost.Favicons().StoreDefaultIcon(PngOf(*DrawPagePicture(0, kFaviconSize, kFaviconSize)));
-  for (int number = 1; number <= lastPage; ++number)
-    FHost.Favicons().StoreFavicon(u"https://page" + FromUtf8(std::to_string(number)) + u".example/",
-                                  PngOf(*DrawPagePicture(number, kFaviconSize, kFaviconSize)));
+}
+
+void TCabinetBarStep::StoreSiteIcon(int page) {
+  FHost.Favicons().StoreFavicon(u"https://page" + FromUtf8(std::to_string(page)) + u".example/",
+                                PngOf(*DrawPagePicture(page, kFaviconSize, kFaviconSize)));
 }
 
 HResult TCabinetBarStep::Create(TModuleLoader& loader, HWnd mainWindow, int stripTop) {

@@ -19,9 +19,10 @@ class TCabinetBarStep {
   TCabinetBarStep(const TCabinetBarStep&) = delete;
   TCabinetBarStep& operator=(const TCabinetBarStep&) = delete;
 
-  // The bar shows a run only with its site's icon: each page's site gets one in the
-  // host's favicon store, the hue of its page, and so does the default icon.
-  void StoreSiteIcons(int lastPage);
+  // The bar shows a run only with its site's icon: the default icon in the host's
+  // favicon store, and each page's site its own as the page is opened, the hue of its page.
+  void StoreDefaultIcon();
+  void StoreSiteIcon(int page);
   // QxGetPlugin for the bar, then CreateControl in mainWindow; the control's window
   // covers the full client width, its bottom on stripTop.
   HResult Create(TModuleLoader& loader, HWnd mainWindow, int stripTop);

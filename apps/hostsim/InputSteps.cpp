@@ -7,7 +7,8 @@ namespace {
 
 class TInjectedHands final : public IScenarioHands {
  public:
-  TInjectedHands(HWnd mainWindow, HWnd touchWindow) : FMain(mainWindow), FPath(touchWindow) {}
+  TInjectedHands(HWnd mainWindow, HWnd touchWindow, std::uint32_t stepMs)
+      : FMain(mainWindow), FPath(touchWindow, stepMs) {}
 
   void Move(TPoint at) override { FPath.MoveTo(Screen(at)); }
   void Glide(TPoint to, int stride) override { FPath.Glide(Screen(to), stride); }
@@ -31,8 +32,8 @@ class TInjectedHands final : public IScenarioHands {
 
 }  // namespace
 
-std::unique_ptr<IScenarioHands> MakeScenarioHands(HWnd mainWindow, HWnd touchWindow) {
-  return std::make_unique<TInjectedHands>(mainWindow, touchWindow);
+std::unique_ptr<IScenarioHands> MakeScenarioHands(HWnd mainWindow, HWnd touchWindow, std::uint32_t stepMs) {
+  return std::make_unique<TInjectedHands>(mainWindow, touchWindow, stepMs);
 }
 
 }  // namespace qx

@@ -3,6 +3,7 @@
 // A person's hands on the simulated browser for the scenario runner: mouse, wheel and
 // touch at points of the host's main window, delivered the way the window system would.
 
+#include <cstdint>
 #include <memory>
 
 #include "platform/Platform.h"
@@ -27,7 +28,8 @@ class IScenarioHands {
 };
 
 // mainWindow: whose client pixels the points are; touchWindow: the one whose touch
-// messages are read (the strip's). Null where the window system takes no injected input.
-std::unique_ptr<IScenarioHands> MakeScenarioHands(HWnd mainWindow, HWnd touchWindow);
+// messages are read (the strip's); stepMs: clock time after each event. Null where the
+// window system takes no injected input.
+std::unique_ptr<IScenarioHands> MakeScenarioHands(HWnd mainWindow, HWnd touchWindow, std::uint32_t stepMs);
 
 }  // namespace qx

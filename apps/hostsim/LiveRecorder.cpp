@@ -94,7 +94,9 @@ void TLiveRecorder::Add(const TLiveStep& step, std::uint64_t now) {
 }
 
 std::string TLiveRecorder::Text() const {
-  std::string text = "{\n  \"description\": " + Quoted(FDescription) + ",\n  \"steps\": [";
+  // The waits hold all the time that passed: input lets none pass of its own, as in the window.
+  std::string text =
+      "{\n  \"description\": " + Quoted(FDescription) + ",\n  \"input-ms\": 0,\n  \"steps\": [";
   for (std::size_t i = 0; i < FSteps.size(); ++i) text += (i ? ",\n    " : "\n    ") + StepText(FSteps[i]);
   return text + "\n  ]\n}\n";
 }

@@ -93,12 +93,8 @@ bool TLiveSession::Handle(const SDL_Event& event) {
 }
 
 void TLiveSession::Advance(std::uint64_t milliseconds) {
-  // Steps of at most 10 ms, as a scenario's wait takes them, but never past the frame's
-  // time: the recorded waits add up to the clock's own.
-  IPortableOs& os = PortableOs();
-  for (std::uint64_t passed = 0; passed < milliseconds; passed += 10)
-    os.AdvanceClock(std::min<std::uint64_t>(10, milliseconds - passed));
-  FScenario.Settle(0);
+  // The way a scenario's wait lets time pass, so a recorded wait replays this frame.
+  FScenario.Settle(static_cast<std::uint32_t>(milliseconds));
 }
 
 std::unique_ptr<TBitmap> TLiveSession::Picture() const { return CaptureWindow(FScenario.MainWindow()); }

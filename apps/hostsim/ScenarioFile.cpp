@@ -221,14 +221,21 @@ TScenario ReadTree(IJSONValue& root, const TPositions& positions) {
   if (!object) throw TBadFile{1, 1, "a scenario is one object with \"description\" and \"steps\""};
   for (std::int32_t i = 0; i < object->GetCount(); ++i) {
     const std::u16string key = object->GetName(i);
-    if (key != u"description" && key != u"steps")
+    if (key != u"description" && key != u"steps" && key != u"input-ms")
       throw TBadFile{1, 1,
-                     Join({"unknown key ", Quoted(key), " (a scenario has \"description\" and \"steps\")"})};
+                     Join({"unknown key ", Quoted(key),
+                           " (a scenario has \"description\", \"steps\" and \"input-ms\")"})};
   }
   TScenario scenario;
   ComPtr<IJSONValue> description = object->GetValue(u"description");
   if (description && !description->IsString()) throw TBadFile{1, 1, "\"description\" must be a string"};
   if (description) scenario.Description = ToUtf8(description->GetStringValue());
+  if (ComPtr<IJSONValue> inputMs = object->GetValue(u"input-ms")) {
+    if (!inputMs->IsNumber() || inputMs->AsNumber()->GetIsFloat() || inputMs->GetIntValue() < 0 ||
+        inputMs->GetIntValue() > 1000)
+      throw TBadFile{1, 1, "\"input-ms\" must be a whole number from 0 to 1000"};
+    scenario.InputMs = static_cast<std::uint32_t>(inputMs->GetIntValue());
+  }
   ComPtr<IJSONArray> steps = object->GetArray(u"steps");
   if (!steps) throw TBadFile{1, 1, "\"steps\" is missing or not a list"};
   for (std::int32_t i = 0; i < steps->GetCount(); ++i)

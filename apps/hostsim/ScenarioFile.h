@@ -68,8 +68,12 @@ struct TScenarioStep {
   std::string CaptureName, Caption, Golden;
 };
 
+inline constexpr std::uint32_t kDefaultInputMs = 16;
+
 struct TScenario {
   std::string Description;
+  // Clock time each input event lets pass; a recording carries its time in waits and says 0.
+  std::uint32_t InputMs = kDefaultInputMs;
   std::vector<TScenarioStep> Steps;
 };
 

@@ -14,6 +14,8 @@ TScenarioRunner::TScenarioRunner(TStripScenario& scenario, TModuleLoader& loader
 
 TScenarioReport TScenarioRunner::Play(const TScenario& scenario) {
   FReport = {};
+  FInputMs = scenario.InputMs;
+  FHands.reset();
   std::error_code error;
   std::filesystem::create_directories(FOutDir, error);
   if (!scenario.Description.empty()) std::fprintf(FLog, "scenario: %s\n", scenario.Description.c_str());
@@ -89,7 +91,7 @@ std::optional<TPoint> TScenarioRunner::Resolve(const TScenarioPoint& point, std:
 }
 
 void TScenarioRunner::RunInput(const TScenarioStep& step, std::size_t index) {
-  if (!FHands) FHands = MakeScenarioHands(FScenario.MainWindow(), FScenario.ControlWindow());
+  if (!FHands) FHands = MakeScenarioHands(FScenario.MainWindow(), FScenario.ControlWindow(), FInputMs);
   if (!FHands) {
     if (!FNoHandsReported)
       std::fprintf(FLog,

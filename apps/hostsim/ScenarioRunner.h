@@ -55,6 +55,7 @@ class TScenarioRunner {
   std::filesystem::path FOutDir;
   std::FILE* FLog;
   std::unique_ptr<IScenarioHands> FHands;
+  std::uint32_t FInputMs = kDefaultInputMs;
   bool FNoHandsReported = false;
   std::size_t FSearchesServed = 0;
   TScenarioReport FReport;

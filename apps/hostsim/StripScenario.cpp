@@ -15,8 +15,6 @@ namespace qx {
 namespace {
 
 constexpr int kAddedPage = 6;
-// Pages with a site icon of their own.
-constexpr int kIconPages = 40;
 
 TGUID PageGuid(int number) {
   char text[40];
@@ -86,10 +84,12 @@ void TStripScenario::PrepareHost() {
   for (int number = 1; number <= 3; ++number) open(work.get(), number, 0);
   for (int number = 4; number <= 5; ++number) open(work.get(), number, 1);
   model.Activate(TabOfPage(FHost, 1));
-  for (int number = 1; number <= 8; ++number)
+  FCabinetBar.StoreDefaultIcon();
+  for (int number = 1; number <= 8; ++number) {
     WriteThumbnail(ThumbnailFolder(), GuidOfPage(number),
                    *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
-  FCabinetBar.StoreSiteIcons(kIconPages);
+    FCabinetBar.StoreSiteIcon(number);
+  }
   FMainWindow = FHost.HostWindows().CreateMainWindow(TRect{40, 40, 40 + kHostWidth, 40 + kHostHeight});
   // Where the system draws a frame, the window grows by it: the client area is the same
   // size on every system, and so are the pictures.
@@ -166,6 +166,7 @@ void TStripScenario::AddPages(int first, int last) {
   for (int number = first; number <= last; ++number) {
     WriteThumbnail(ThumbnailFolder(), GuidOfPage(number),
                    *DrawPagePicture(number, kThumbnailWidth, kThumbnailHeight));
+    FCabinetBar.StoreSiteIcon(number);
     TFakeOpenTab how;
     how.Group = group;
     how.Section = group ? static_cast<std::int32_t>(group->Sections().size()) - 1 : -1;

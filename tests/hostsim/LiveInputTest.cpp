@@ -166,6 +166,7 @@ TEST_F(LiveInputTest, TheRecorderWritesWaitsBetweenStepsAndOneMovePerMoment) {
   recorder.Stop(1200);
   const std::string expected = R"({
   "description": "a \"drag\"",
+  "input-ms": 0,
   "steps": [
     {"do": "prepare-host"},
     {"do": "wait", "ms": 16},
@@ -188,7 +189,7 @@ TEST_F(LiveInputTest, TheRecorderWritesWaitsBetweenStepsAndOneMovePerMoment) {
   ASSERT_TRUE(TJSONParser::ParseJSONText(FromUtf8(recorder.Text()), error, value));
   ComPtr<IJSONObject> file = value->AsObject();
   ASSERT_TRUE(file);
-  EXPECT_EQ(file->GetCount(), 2);
+  EXPECT_EQ(file->GetCount(), 3);
   EXPECT_EQ(file->GetString(u"description"), u"a \"drag\"");
   ComPtr<IJSONArray> list = file->GetArray(u"steps");
   ASSERT_TRUE(list);

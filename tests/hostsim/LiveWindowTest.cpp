@@ -4,12 +4,16 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "LiveWindow.h"
+#include "ScenarioRunner.h"
 #include "base/Text.h"
+#include "common/GoldenPicture.h"
 #include "platform/portable/PortableOsExport.h"
 #include "platform/portable/ScopedPortableOs.h"
 #include "tabview/PreviewStripIntf.h"
@@ -82,6 +86,27 @@ class LiveWindowTest : public ::testing::Test {
     return at;
   }
   int Active() { return session_->Scenario().ActivePage(); }
+  void Mouse(std::uint32_t type, TPoint at) {
+    SDL_Event event{};
+    event.type = type;
+    if (type == SDL_MOUSEMOTION) {
+      event.motion.x = at.X;
+      event.motion.y = at.Y;
+    } else {
+      event.button.button = SDL_BUTTON_LEFT;
+      event.button.x = at.X;
+      event.button.y = at.Y;
+    }
+    Push(event);
+  }
+  void FingerAt(std::uint32_t type, TPoint at) {
+    SDL_Event event{};
+    event.type = type;
+    event.tfinger.fingerId = 1;
+    event.tfinger.x = static_cast<float>(at.X) / static_cast<float>(session_->Width());
+    event.tfinger.y = static_cast<float>(at.Y) / static_cast<float>(session_->Height());
+    Push(event);
+  }
 
   TScopedPortableOs os_;
   std::filesystem::path root_;
@@ -161,6 +186,77 @@ TEST_F(LiveWindowTest, ARecordingWritesTheSessionAndWhatThePersonDidAsAScenarioF
       << "seven tabs: the host's five and pages 9 and 10";
   EXPECT_EQ(steps->GetItem(3)->AsObject()->GetInt(u"ms"), 60 * 16) << "the frames before the first step";
   EXPECT_EQ(steps->GetItem(5)->AsObject()->GetInt(u"page"), 11);
+}
+
+// Pixels further apart than the golden tolerance in some channel.
+int PixelsApart(const TBitmap& a, const TBitmap& b) {
+  if (a.Width() != b.Width() || a.Height() != b.Height()) return a.Width() * a.Height() + 1;
+  int apart = 0;
+  for (int y = 0; y < a.Height(); ++y)
+    for (int x = 0; x < a.Width(); ++x)
+      for (int shift = 0; shift < 32; shift += 8) {
+        const int one = static_cast<int>((a.Pixel(x, y) >> shift) & 0xFF);
+        const int other = static_cast<int>((b.Pixel(x, y) >> shift) & 0xFF);
+        if (std::abs(one - other) > test::kGoldenTolerance) {
+          ++apart;
+          break;
+        }
+      }
+  return apart;
+}
+
+// Several events in one frame, a drag whose tab is still gliding home and a finger's
+// inertia still running when the recording stops: the replay must give them the same clock.
+TEST_F(LiveWindowTest, ARecordingReplayedHeadlessEndsOnTheLiveWindowsPicture) {
+  TLiveOptions options;
+  options.Tabs = 30;
+  options.RecordFile = root_ / "recorded.json";
+  Open(options);
+  Mouse(SDL_MOUSEMOTION, InStrip(60));
+  Mouse(SDL_MOUSEBUTTONDOWN, InStrip(60));
+  ASSERT_TRUE(Frames(1));
+  for (int x = 80; x <= 300; x += 20) {
+    Mouse(SDL_MOUSEMOTION, InStrip(x));
+    Mouse(SDL_MOUSEMOTION, InStrip(x + 10));
+    ASSERT_TRUE(Frames(1));
+  }
+  Mouse(SDL_MOUSEBUTTONUP, InStrip(310));
+  Key(SDLK_a);
+  ASSERT_TRUE(Frames(3));
+  const TPoint gap{InStrip(0).X + session_->Width() - 30, InStrip(0).Y};
+  FingerAt(SDL_FINGERDOWN, gap);
+  ASSERT_TRUE(Frames(1));
+  for (int step = 1; step <= 6; ++step) {
+    FingerAt(SDL_FINGERMOTION, {gap.X - step * 40, gap.Y});
+    ASSERT_TRUE(Frames(1));
+  }
+  FingerAt(SDL_FINGERUP, {gap.X - 240, gap.Y});
+  ASSERT_TRUE(Frames(4));
+  const std::unique_ptr<TBitmap> live = session_->Picture();
+  ASSERT_TRUE(live);
+  Key(SDLK_r);
+  ASSERT_TRUE(Frames(1));
+  window_.reset();
+  session_.reset();
+  loader_.Unload();
+
+  TScenarioRead read = ReadScenarioFile(options.RecordFile);
+  ASSERT_TRUE(read.Scenario) << read.Error;
+  TScenarioStep capture;
+  capture.Kind = TStepKind::Capture;
+  capture.CaptureName = "end";
+  read.Scenario->Steps.push_back(capture);
+  TScopedPortableOs os;
+  TModuleLoader loader;
+  ASSERT_TRUE(loader.Load(QX_MODULE_PATH)) << loader.Error();
+  TFakeHost host;
+  TStripScenario scenario(host, root_ / "replay" / "host", QX_SKIN_DIR);
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> log(std::tmpfile(), &std::fclose);
+  const TScenarioReport report =
+      TScenarioRunner(scenario, loader, root_ / "replay", log.get()).Play(*read.Scenario);
+  ASSERT_EQ(report.Captures.size(), 1u);
+  ASSERT_TRUE(report.Captures[0].Picture);
+  EXPECT_EQ(PixelsApart(*live, *report.Captures[0].Picture), 0);
 }
 
 }  // namespace

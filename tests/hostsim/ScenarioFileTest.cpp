@@ -11,6 +11,7 @@ namespace {
 TEST(ScenarioFile, ReadsEveryKindOfArgument) {
   const TScenarioRead read = ReadScenario(R"({
   "description": "all kinds",
+  "input-ms": 0,
   "steps": [
     {"do": "add-pages", "first": 9, "last": 12},
     {"do": "press", "page": 5},
@@ -28,7 +29,8 @@ TEST(ScenarioFile, ReadsEveryKindOfArgument) {
   EXPECT_EQ(steps[0].Kind, TStepKind::AddPages);
   EXPECT_EQ(steps[0].First, 9);
   EXPECT_EQ(steps[0].Last, 12);
-  EXPECT_EQ(steps[0].Line, 4);
+  EXPECT_EQ(read.Scenario->InputMs, 0u);
+  EXPECT_EQ(steps[0].Line, 5);
   EXPECT_EQ(steps[0].Column, 5);
   EXPECT_EQ(steps[1].Point.Page, 5);
   EXPECT_EQ(steps[2].Point.Page, 0);
@@ -72,6 +74,7 @@ TEST(ScenarioFile, BadFilesSayWhatAndWhere) {
       {"{\"step\": []}", "unknown key \"step\"", 1, 1},
       {"{\"description\": \"no steps\"}", "\"steps\" is missing", 1, 1},
       {"[]", "one object", 1, 1},
+      {"{\"input-ms\": -1, \"steps\": []}", "\"input-ms\" must be a whole number from 0", 1, 1},
   };
   for (const TBadCase& bad : cases) {
     SCOPED_TRACE(bad.Text);
