@@ -61,6 +61,15 @@ TEST_F(DragWindowTest, EnteringAndLeavingTheCabinetSwapsTheStripForTheGroupBar) 
   Advance(600 * 60);
   EXPECT_FALSE(Strip().tmCheckCabinetMode()->Enabled());
   EXPECT_EQ(Strip().CabinetCheckTimerCounter(), 50);
+
+  // A browser that starts on the cabinet screen: the strip's first look at the tabs puts
+  // the group bar up, before the host says it is up.
+  strip_->DestroyControl();
+  host_.Properties().SetProperty(u"client.Cabinet-StartupScreen", u"true");
+  strip_ = CreateControl(0, 24, 53);
+  ASSERT_FALSE(Parent().ShowingTabgroupBar());
+  host_.Events().FireFromHost(u"TabBarControl.Update", {});
+  EXPECT_TRUE(Parent().ShowingTabgroupBar());
 }
 
 TEST_F(DragWindowTest, MissingAndDamagedPicturesLeaveTheShadowsAndTheSizeFollowsTheTarget) {
