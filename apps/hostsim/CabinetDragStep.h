@@ -6,7 +6,9 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "ScenarioFile.h"
 #include "StripScenario.h"

@@ -69,7 +69,7 @@ struct TScenarioStep {
   std::string Name;  // as the file spells it
   std::int32_t Line = 0;
   std::int32_t Column = 0;
-  TScenarioPoint Point;  // the input steps but swipe
+  TScenarioPoint Point;  // the input steps but swipe; cabinet-drag
   TPoint From{}, To{};   // swipe
   int Stride = kDefaultStride;
   int Notches = 0;
