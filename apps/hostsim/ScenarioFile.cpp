@@ -25,7 +25,8 @@ enum TArgs : std::uint32_t {
   kMs = 1 << 6,
   kText = 1 << 7,
   kFromTo = 1 << 8,
-  kCapture = 1 << 9,  // "name", "caption"?, "golden"?
+  kCapture = 1 << 9,       // "name", "caption"?, "golden"?
+  kCabinetDrag = 1 << 10,  // "event", a point but for "hide", "offset"?, "source"?, "dest"?, ...
 };
 
 struct TStepSpec {
@@ -46,6 +47,7 @@ constexpr TStepSpec kSteps[] = {
     {"switch-group", TStepKind::SwitchGroup, kGroup},
     {"open-cabinet", TStepKind::OpenCabinet, kNone},
     {"close-cabinet", TStepKind::CloseCabinet, kNone},
+    {"cabinet-drag", TStepKind::CabinetDrag, kCabinetDrag},
     {"select-text", TStepKind::SelectText, kText},
     {"move", TStepKind::Move, kPoint},
     {"glide", TStepKind::Glide, kPoint | kStride},
@@ -74,6 +76,9 @@ std::vector<std::u16string> AllowedKeys(std::uint32_t args) {
   if (args & kText) keys.push_back(u"text");
   if (args & kFromTo) keys.insert(keys.end(), {u"from", u"to"});
   if (args & kCapture) keys.insert(keys.end(), {u"name", u"caption", u"golden"});
+  if (args & kCabinetDrag)
+    keys.insert(keys.end(),
+                {u"event", u"x", u"y", u"page", u"offset", u"source", u"dest", u"id", u"cancel", u"images"});
   return keys;
 }
 
@@ -125,6 +130,32 @@ class TStepReader {
     return value->GetStringValue();
   }
 
+  bool Bool(std::u16string_view key) const {
+    ComPtr<IJSONValue> value = FObject.GetValue(key);
+    if (!value) Fail(Join({Quoted(key), " is missing"}));
+    if (!value->IsBool()) Fail(Join({Quoted(key), " must be true or false"}));
+    return value->GetBoolValue();
+  }
+
+  std::vector<int> Ints(std::u16string_view key, int low, int high, std::size_t most) const {
+    ComPtr<IJSONValue> value = FObject.GetValue(key);
+    if (!value) Fail(Join({Quoted(key), " is missing"}));
+    ComPtr<IJSONArray> array = value->AsArray();
+    const std::string wanted =
+        Join({Quoted(key), " must be a list of at most ", std::to_string(most), " whole numbers from ",
+              std::to_string(low), " to ", std::to_string(high)});
+    if (!array || static_cast<std::size_t>(array->GetCount()) > most) Fail(wanted);
+    std::vector<int> numbers;
+    for (std::int32_t i = 0; i < array->GetCount(); ++i) {
+      ComPtr<IJSONValue> item = array->GetItem(i);
+      if (!item->IsNumber() || item->AsNumber()->GetIsFloat() || item->GetIntValue() < low ||
+          item->GetIntValue() > high)
+        Fail(wanted);
+      numbers.push_back(static_cast<int>(item->GetIntValue()));
+    }
+    return numbers;
+  }
+
   TPoint Pair(std::u16string_view key) const {
     ComPtr<IJSONValue> value = FObject.GetValue(key);
     if (!value) Fail(Join({Quoted(key), " is missing"}));
@@ -161,6 +192,25 @@ class TStepReader {
   std::int32_t FLine;
   std::int32_t FColumn;
 };
+
+constexpr std::string_view kDragEvents[] = {"dragstart", "drag", "drop", "dragend", "hide"};
+constexpr std::size_t kMostDragImages = 5;
+
+void ReadCabinetDrag(const TStepReader& in, TScenarioStep& step) {
+  TCabinetDragArgs& drag = step.CabinetDrag;
+  drag.Event = ToUtf8(in.Text(u"event"));
+  if (std::find(std::begin(kDragEvents), std::end(kDragEvents), drag.Event) == std::end(kDragEvents))
+    in.Fail("\"event\" must be \"dragstart\", \"drag\", \"drop\", \"dragend\" or \"hide\"");
+  // "hide" is no pointer event: the page only takes the window away.
+  drag.HasPointer = drag.Event != "hide" || in.Has(u"x") || in.Has(u"y") || in.Has(u"page");
+  if (drag.HasPointer) step.Point = in.Point();
+  if (in.Has(u"offset")) drag.Offset = in.Pair(u"offset");
+  if (in.Has(u"source")) drag.Source = in.Text(u"source");
+  if (in.Has(u"dest")) drag.Dest = in.Text(u"dest");
+  if (in.Has(u"id")) drag.Id = in.Text(u"id");
+  if (in.Has(u"cancel")) drag.Cancel = in.Bool(u"cancel");
+  if (in.Has(u"images")) drag.ImagePages = in.Ints(u"images", 1, TStepReader::kMaxPage, kMostDragImages);
+}
 
 // A step that is no object has no place of its own: the list's is given.
 TScenarioStep ReadStep(IJSONValue& value, std::size_t index, const TPositions& positions, IJSONValue* list) {
@@ -213,6 +263,7 @@ TScenarioStep ReadStep(IJSONValue& value, std::size_t index, const TPositions& p
     if (in.Has(u"caption")) step.Caption = ToUtf8(in.Text(u"caption"));
     if (in.Has(u"golden")) step.Golden = ToUtf8(in.Text(u"golden"));
   }
+  if (args & kCabinetDrag) ReadCabinetDrag(in, step);
   return step;
 }
 

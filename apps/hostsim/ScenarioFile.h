@@ -28,6 +28,7 @@ enum class TStepKind : std::uint8_t {
   SwitchGroup,
   OpenCabinet,
   CloseCabinet,
+  CabinetDrag,
   SelectText,
   Move,
   Glide,
@@ -51,12 +52,24 @@ struct TScenarioPoint {
 
 inline constexpr int kDefaultStride = 12;
 
+// A drag on the cabinet page as the page reports it; the pointer is the step's point.
+struct TCabinetDragArgs {
+  std::string Event;             // "dragstart", "drag", "drop", "dragend" or "hide"
+  bool HasPointer = false;       // "hide" may go without a point
+  std::optional<TPoint> Offset;  // the grip from the top picture's corner; its centre if not given
+  std::u16string Source = u"opentabs";
+  std::u16string Dest = u"none";  // no target of a type of its own
+  std::u16string Id;
+  bool Cancel = false;
+  std::vector<int> ImagePages;  // the pictures of the drag, top first: these pages
+};
+
 struct TScenarioStep {
   TStepKind Kind{};
   std::string Name;  // as the file spells it
   std::int32_t Line = 0;
   std::int32_t Column = 0;
-  TScenarioPoint Point;  // the input steps but swipe
+  TScenarioPoint Point;  // the input steps but swipe; cabinet-drag
   TPoint From{}, To{};   // swipe
   int Stride = kDefaultStride;
   int Notches = 0;
@@ -66,6 +79,7 @@ struct TScenarioStep {
   std::uint32_t Milliseconds = 0;
   std::u16string Text;  // select-text
   std::string CaptureName, Caption, Golden;
+  TCabinetDragArgs CabinetDrag;
 };
 
 inline constexpr std::uint32_t kDefaultInputMs = 16;

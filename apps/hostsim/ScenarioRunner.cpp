@@ -69,6 +69,9 @@ void TScenarioRunner::Run(const TScenarioStep& step, std::size_t index) {
     case TStepKind::CloseCabinet:
       FScenario.SetInCabinet(step.Kind == TStepKind::OpenCabinet);
       return;
+    case TStepKind::CabinetDrag:
+      RunCabinetDrag(step, index);
+      return;
     case TStepKind::Wait:
       FScenario.Settle(step.Milliseconds);
       return;
@@ -138,6 +141,14 @@ void TScenarioRunner::RunInput(const TScenarioStep& step, std::size_t index) {
   }
   // A click may have asked the host for a search; a browser opens it at once.
   OpenRequestedSearches(FScenario, FSearchesServed);
+}
+
+void TScenarioRunner::RunCabinetDrag(const TScenarioStep& step, std::size_t index) {
+  std::optional<TPoint> pointer;
+  if (step.CabinetDrag.HasPointer && !(pointer = Resolve(step.Point, index))) return;
+  if (!FCabinetDrag)
+    FCabinetDrag = std::make_unique<TCabinetDragStep>(FScenario, FOutDir / "cabinet-page", FLog);
+  FCabinetDrag->Run(step.CabinetDrag, pointer);
 }
 
 void TScenarioRunner::Capture(const TScenarioStep& step) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "CabinetDragStep.h"
 #include "InputSteps.h"
 #include "ModuleLoader.h"
 #include "ScenarioFile.h"
@@ -45,6 +46,7 @@ class TScenarioRunner {
  private:
   void Run(const TScenarioStep& step, std::size_t index);
   void RunInput(const TScenarioStep& step, std::size_t index);
+  void RunCabinetDrag(const TScenarioStep& step, std::size_t index);
   // The point in the main window; nullopt, logged, for a page the strip does not show.
   std::optional<TPoint> Resolve(const TScenarioPoint& point, std::size_t index);
   void Capture(const TScenarioStep& step);
@@ -58,6 +60,7 @@ class TScenarioRunner {
   std::uint32_t FInputMs = kDefaultInputMs;
   bool FNoHandsReported = false;
   std::size_t FSearchesServed = 0;
+  std::unique_ptr<TCabinetDragStep> FCabinetDrag;
   TScenarioReport FReport;
 };
 

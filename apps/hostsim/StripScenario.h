@@ -70,6 +70,8 @@ class TStripScenario {
   HWnd CabinetBarWindow() const { return FCabinetBar.Window(); }
   IUnknown* StripPlugin() const { return FPlugin.get(); }
   std::filesystem::path ThumbnailFolder() const;
+  // The host's temporary folder, where its pages keep their files.
+  std::filesystem::path TempFolder() const { return FRoot / "user/temp"; }
   std::u16string GuidOfPage(int number) const;
   int ActivePage() const;
 

@@ -157,8 +157,8 @@ void TCabinetDnDForm::ShowForm(std::int32_t sourceType, std::int32_t destType,
 bool TCabinetDnDForm::UpdateDragImage(std::int32_t sourceType, std::int32_t destType,
                                       const TCabinetDragImageInfoList& images, TPoint offset) {
   FDragImageBitmap.reset();
-  TComposedDragImage composed = ComposeDragImage(images, offset, FImageRes.get(),
-                                                 {Round(FimgClose->Width()), Round(FimgClose->Height())});
+  TComposedDragImage composed =
+      ComposeDragImage(images, FImageRes.get(), {Round(FimgClose->Width()), Round(FimgClose->Height())});
   FDragImageBitmap = std::move(composed.Bitmap);
   if (!FDragImageBitmap || FDragImageBitmap->IsEmpty()) return false;
   const int w = FDragImageBitmap->Width(), h = FDragImageBitmap->Height();

@@ -38,8 +38,8 @@ void DrawStretched(TCanvas& canvas, const TBitmap& bitmap, const TRect& target) 
 
 }  // namespace
 
-TComposedDragImage ComposeDragImage(const TCabinetDragImageInfoList& images, TPoint offset,
-                                    TCabinetImageRes* imageRes, TPoint badgeSize) {
+TComposedDragImage ComposeDragImage(const TCabinetDragImageInfoList& images, TCabinetImageRes* imageRes,
+                                    TPoint badgeSize) {
   TComposedDragImage result;
   if (images.empty() || images.front().FImageRect.Width() <= 0) return result;
   const double scale = static_cast<double>(kDragImageWidth) / images.front().FImageRect.Width();
@@ -92,9 +92,9 @@ TComposedDragImage ComposeDragImage(const TCabinetDragImageInfoList& images, TPo
     const TRect& frame = rects[i];
     if (ResourceFileExists(images[i].FImagePath)) {
       if (std::unique_ptr<TBitmap> picture = LoadResourceBitmap(images[i].FImagePath)) {
-        TRect inner = Inflated(frame, -kDragShadowMargin);
-        if (i == 0) inner = Shifted(inner, offset.X, offset.Y);
-        DrawStretched(canvas, *picture, inner);
+        // Every picture inside its own shadow, the top one too: moved by the grip, it would
+        // stand beside its shadow and out of the window.
+        DrawStretched(canvas, *picture, Inflated(frame, -kDragShadowMargin));
       }
     }
     TBitmap* shadow = nullptr;

@@ -24,7 +24,7 @@ inline constexpr int kDragShadowMargin = 8;
 
 // No bitmap for an empty list or a top image without width. Missing or unreadable
 // picture files are left out; the shadows are drawn all the same.
-TComposedDragImage ComposeDragImage(const TCabinetDragImageInfoList& images, TPoint offset,
-                                    TCabinetImageRes* imageRes, TPoint badgeSize);
+TComposedDragImage ComposeDragImage(const TCabinetDragImageInfoList& images, TCabinetImageRes* imageRes,
+                                    TPoint badgeSize);
 
 }  // namespace qx

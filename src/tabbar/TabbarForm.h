@@ -219,8 +219,8 @@ class TTabbarFrame : public TFrame {
   TTabImage* FindTabImageFromGuid(std::u16string_view guid) const;
   TTabImage* FindTabImageOfBrowserEvent(IQxIStringDictionaryWrap* parameters);
   void FaviconUpdated(TFaviconCacheFMX* sender, const TString& uri, ISharedFMXBitmap* favicon);
-  // Behaviours of touch, the title popup, the new-tab menu and the cabinet mode
-  // that these events start; they do nothing until those behaviours arrive.
+  // Behaviours that host events start: touch's hold-and-go, the new-tab menu, and the
+  // cabinet screen (the page's drags, its blurred background, the group bar in its place).
   void ProcessHoldAndGoStart(IQxIStringDictionaryWrap* parameters);
   void ProcessCabinetDragAndDrop(IQxIStringDictionaryWrap* parameters);
   void ProcessCabinetCreateBlurImage(IQxIStringDictionaryWrap* parameters);

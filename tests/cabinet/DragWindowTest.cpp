@@ -61,6 +61,15 @@ TEST_F(DragWindowTest, EnteringAndLeavingTheCabinetSwapsTheStripForTheGroupBar) 
   Advance(600 * 60);
   EXPECT_FALSE(Strip().tmCheckCabinetMode()->Enabled());
   EXPECT_EQ(Strip().CabinetCheckTimerCounter(), 50);
+
+  // A browser that starts on the cabinet screen: the strip's first look at the tabs puts
+  // the group bar up, before the host says it is up.
+  strip_->DestroyControl();
+  host_.Properties().SetProperty(u"client.Cabinet-StartupScreen", u"true");
+  strip_ = CreateControl(0, 24, 53);
+  ASSERT_FALSE(Parent().ShowingTabgroupBar());
+  host_.Events().FireFromHost(u"TabBarControl.Update", {});
+  EXPECT_TRUE(Parent().ShowingTabgroupBar());
 }
 
 TEST_F(DragWindowTest, MissingAndDamagedPicturesLeaveTheShadowsAndTheSizeFollowsTheTarget) {
@@ -75,6 +84,15 @@ TEST_F(DragWindowTest, MissingAndDamagedPicturesLeaveTheShadowsAndTheSizeFollows
   ASSERT_TRUE(picture);
   // The picture is left out, its shadow is drawn: the top image's middle is shadow only.
   EXPECT_EQ(picture->PixelColor(picture->Width() / 2, picture->Height() / 2), TAlphaColor(0x40000000u));
+
+  // A picture that loads fills its own frame, whatever the grip: the badge's half reaches
+  // 16 pixels beyond the top picture's corner. Green under the quarter-dark shadow.
+  WritePicture(images_ / "tab.png", 208, 156, 0xFF00FF00u);
+  Report(u"dragstart", u"opentabs", u"", OneImage("tab.png"));
+  picture = Window()->DragImageBitmap();
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->PixelColor(16, 16), TAlphaColor(0xFF00BF00u));
+  EXPECT_EQ(picture->PixelColor(16 + 207, 16 + 155), TAlphaColor(0xFF00BF00u));
 
   // Over the archives the image takes their smaller size, over the group buttons the strip's.
   Report(u"drag", u"opentabs", u"archives");

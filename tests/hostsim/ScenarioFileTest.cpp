@@ -19,12 +19,15 @@ TEST(ScenarioFile, ReadsEveryKindOfArgument) {
     {"do": "wheel", "x": 3, "y": 4, "notches": -2},
     {"do": "swipe", "from": [630, 54], "to": [230, 54], "stride": 25},
     {"do": "select-text", "text": "lighthouse"},
-    {"do": "capture", "name": "one", "golden": "golden/one.png"}
+    {"do": "capture", "name": "one", "golden": "golden/one.png"},
+    {"do": "cabinet-drag", "event": "dragstart", "x": 600, "y": 150, "offset": [20, 10], "images": [2, 3],
+     "source": "archives", "dest": "opentabs", "id": "tab-2", "cancel": true},
+    {"do": "cabinet-drag", "event": "hide"}
   ]
 })");
   ASSERT_TRUE(read.Scenario) << read.Error;
   const auto& steps = read.Scenario->Steps;
-  ASSERT_EQ(steps.size(), 7u);
+  ASSERT_EQ(steps.size(), 9u);
   EXPECT_EQ(read.Scenario->Description, "all kinds");
   EXPECT_EQ(steps[0].Kind, TStepKind::AddPages);
   EXPECT_EQ(steps[0].First, 9);
@@ -45,6 +48,23 @@ TEST(ScenarioFile, ReadsEveryKindOfArgument) {
   EXPECT_EQ(steps[6].CaptureName, "one");
   EXPECT_EQ(steps[6].Golden, "golden/one.png");
   EXPECT_TRUE(steps[6].Caption.empty());
+  const TCabinetDragArgs& drag = steps[7].CabinetDrag;
+  EXPECT_EQ(steps[7].Kind, TStepKind::CabinetDrag);
+  EXPECT_EQ(drag.Event, "dragstart");
+  EXPECT_TRUE(drag.HasPointer);
+  EXPECT_EQ(steps[7].Point.At.X, 600);
+  EXPECT_EQ(drag.Offset, (TPoint{20, 10}));
+  EXPECT_EQ(drag.ImagePages, (std::vector<int>{2, 3}));
+  EXPECT_EQ(drag.Source, u"archives");
+  EXPECT_EQ(drag.Dest, u"opentabs");
+  EXPECT_EQ(drag.Id, u"tab-2");
+  EXPECT_TRUE(drag.Cancel);
+  // "hide" needs no pointer; the others default to a drag of open tabs over no target.
+  EXPECT_FALSE(steps[8].CabinetDrag.HasPointer);
+  EXPECT_FALSE(steps[8].CabinetDrag.Offset);
+  EXPECT_EQ(steps[8].CabinetDrag.Source, u"opentabs");
+  EXPECT_EQ(steps[8].CabinetDrag.Dest, u"none");
+  EXPECT_FALSE(steps[8].CabinetDrag.Cancel);
 }
 
 struct TBadCase {
@@ -69,6 +89,16 @@ TEST(ScenarioFile, BadFilesSayWhatAndWhere) {
       {"{\"steps\": [{\"do\": \"swipe\", \"from\": [1], \"to\": [2, 3]}]}", "\"from\" must be [x, y]", 1, 12},
       {"{\"steps\": [{\"do\": \"capture\", \"name\": \"../up\"}]}", "plain file name", 1, 12},
       {"{\"steps\": [{\"do\": \"add-pages\", \"first\": 9, \"last\": 3}]}", "\"last\" must be from 9", 1, 12},
+      {"{\"steps\": [{\"do\": \"cabinet-drag\", \"x\": 1, \"y\": 2}]}", "\"event\" is missing", 1, 12},
+      {"{\"steps\": [{\"do\": \"cabinet-drag\", \"event\": \"grab\", \"x\": 1, \"y\": 2}]}",
+       "\"event\" must be \"dragstart\"", 1, 12},
+      {"{\"steps\": [{\"do\": \"cabinet-drag\", \"event\": \"drag\"}]}", "\"x\",\"y\" or \"page\" is missing",
+       1, 12},
+      {"{\"steps\": [{\"do\": \"cabinet-drag\", \"event\": \"drop\", \"x\": 1, \"y\": 2, \"cancel\": 1}]}",
+       "\"cancel\" must be true or false", 1, 12},
+      {"{\"steps\": [{\"do\": \"cabinet-drag\", \"event\": \"dragstart\", \"x\": 1, \"y\": 2, \"images\": "
+       "[1, 0]}]}",
+       "\"images\" must be a list of at most 5", 1, 12},
       {"{\"steps\": [{\"x\": 1}]}", "has no \"do\"", 1, 12},
       {"{\"steps\": [7]}", "step 1 is not an object", 1, 11},
       {"{\"step\": []}", "unknown key \"step\"", 1, 1},

@@ -73,6 +73,7 @@ TEST_F(ScenarioRun, DragAcrossSectionsMatchesItsGoldens) {
 }
 TEST_F(ScenarioRun, SmartSearchMatchesItsGoldens) { PlayAndCompareGoldens("smart-search.json"); }
 TEST_F(ScenarioRun, Session2000MatchesItsGoldens) { PlayAndCompareGoldens("session-2000.json"); }
+TEST_F(ScenarioRun, CabinetDragMatchesItsGoldens) { PlayAndCompareGoldens("cabinet-drag.json"); }
 
 std::string Bytes(const fs::path& file) {
   std::ifstream in(file, std::ios::binary);
