@@ -45,7 +45,7 @@ class Win32HostSim : public ::testing::Test {
 
 // The same steps and the same crop as the Linux golden test of the strip in the host
 // window: the pictures of both systems agree within the golden tolerance.
-TEST_F(Win32HostSim, TheStripInARealHostWindowLooksAsOnLinux) {
+TEST_F(Win32HostSim, TheStripInARealHostWindowLooksAsOnLinuxAndIgnoresUnreadableTouch) {
   TModuleLoader loader;
   ASSERT_TRUE(loader.Load(QX_MODULE_PATH)) << loader.Error();
   TFakeHost host;
@@ -70,30 +70,19 @@ TEST_F(Win32HostSim, TheStripInARealHostWindowLooksAsOnLinux) {
     for (int x = 0; x < window->Width(); ++x)
       strip.Bits()[static_cast<std::size_t>(y * strip.Width() + x)] = window->Pixel(x, kStripTop + y);
   ExpectMatchesGolden(strip, "e2e/golden/strip_in_host_window.png");
-}
 
-// Wine, like a machine without a touch screen, delivers no readable touch input: a
-// touch message whose handle the system cannot read, and a gesture message beside it,
-// must leave the strip as it was rather than act on points never filled in.
-TEST_F(Win32HostSim, TouchTheSystemCannotReadLeavesTheStripAsItWas) {
-  TModuleLoader loader;
-  ASSERT_TRUE(loader.Load(QX_MODULE_PATH)) << loader.Error();
-  TFakeHost host;
-  TStripScenario scenario(host, root_ / "host", QX_SKIN_DIR);
-  scenario.PrepareHost();
-  ASSERT_EQ(scenario.CreateStrip(loader), kOk);
-  scenario.Settle(500);
+  // Wine, like a machine without a touch screen, delivers no readable touch input: touch
+  // messages whose handle the system cannot read, and gesture messages beside them, leave
+  // the strip as it was rather than act on points never filled in.
   const int active = scenario.ActivePage();
   const HWND control = reinterpret_cast<HWND>(scenario.ControlWindow());
   for (int i = 0; i < 3; ++i) {
-    // Down, move, up: one finger, primary, at the middle of the strip.
     PostMessageW(control, WM_TOUCH, MAKEWPARAM(1, 0), static_cast<LPARAM>(0x5150 + i));
     PostMessageW(control, WM_GESTURE, 1 /* begin */, static_cast<LPARAM>(0x6160 + i));
   }
   scenario.Settle(500);
   EXPECT_TRUE(IsWindow(control));
   EXPECT_EQ(scenario.ActivePage(), active);
-  ASSERT_TRUE(scenario.Capture());
 }
 
 bool ClassRegistered(HINSTANCE instance, const char16_t* name) {
