@@ -1,5 +1,6 @@
-// The live window on SDL's offscreen driver: the module loaded through its exports, SDL
-// events queued as a display would queue them, frames driven one at a time on a stepped clock.
+// The live window on SDL's dummy driver (the offscreen one loads EGL, whose allocations
+// outlive SDL's shutdown): the module loaded through its exports, SDL events queued as a
+// display would queue them, frames driven one at a time on a stepped clock.
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
@@ -31,7 +32,7 @@ std::filesystem::path NewLiveFolder() {
 
 class LiveWindowTest : public ::testing::Test {
  protected:
-  LiveWindowTest() : root_(NewLiveFolder()) { setenv("SDL_VIDEODRIVER", "offscreen", 1); }
+  LiveWindowTest() : root_(NewLiveFolder()) { setenv("SDL_VIDEODRIVER", "dummy", 1); }
   ~LiveWindowTest() override {
     window_.reset();
     session_.reset();
