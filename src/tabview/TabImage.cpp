@@ -52,6 +52,9 @@ TTabImage::TTabImage(TFmxObject* owner, TTabbarImageRes* imageRes, IServiceCoreW
                      std::int32_t tabId)
     : TLayout(owner), FServiceCore(serviceCore), FTabId(tabId), FImageRes(imageRes) {
   SetBounds(0, 0, static_cast<float>(size().cx), static_cast<float>(size().cy));
+  // Nothing of a tab leaves its frame, which lets the strip paint only the part of
+  // a stacked tab that the tabs above it leave showing.
+  SetClipChildren(true);
   BuildLayers();
 }
 
@@ -263,6 +266,21 @@ bool TTabImage::PtInTabImage(TPointF point, TPointF parentOrigin) const {
   return FBase->LocalRect().Contains(
       {point.X - (parentOrigin.X + own.X + base.X), point.Y - (parentOrigin.Y + own.Y + base.Y)});
 }
+
+// ---- painting
+
+TRectF TTabImage::OpaqueRect() const {
+  // The base is a solid opaque fill under the other layers; whatever lies over it
+  // keeps its pixels opaque.
+  if (!FContent->Visible() || FContent->Opacity() < 1 || !FBase->Visible() || FBase->Opacity() < 1) return {};
+  const TBitmap& fill = FBase->Bitmap();
+  const bool solid = FBase->WrapMode() == TImageWrapMode::Stretch && fill.Width() == 1 && fill.Height() == 1;
+  if (!solid || (fill.Pixel(0, 0) >> 24) != 0xFF) return {};
+  const TPointF content = FContent->PlaceInParent(), base = FBase->PlaceInParent();
+  return FBase->LocalRect().Offset(content.X + base.X, content.Y + base.Y).Intersect(LocalRect());
+}
+
+bool TTabImage::PaintsInsideBounds() const { return ClipChildren() && !OnPainting && !OnPaint; }
 
 bool TTabImage::CloseButtonVisible() const {
   return FCloseButton->Visible() && (FCloseButton->Opacity() > 0 || FCloseAnimation->Running());

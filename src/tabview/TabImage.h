@@ -149,6 +149,8 @@ class TTabImage : public TLayout, public TTabImageItem {
 
  protected:
   TPointF OffsetInParent() const override;
+  TRectF OpaqueRect() const override;
+  bool PaintsInsideBounds() const override;
 
  public:
   static const TPropertyTable& ClassProperties();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/CoveredArea.h"
 #include "toolkit/Effects.h"
 #include "toolkit/Form.h"
 
@@ -449,11 +450,42 @@ void TControl::PaintTo(TCanvas& canvas, float parentOpacity) {
 }
 
 void TControl::PaintChildren(TCanvas& canvas, TPointF origin, float opacity) {
-  for (TFmxObject* o : ChildList())
-    if (TControl* c = o->AsControl()) {
-      canvas.SetOffset(origin);
-      c->PaintTo(canvas, opacity);
-    }
+  const std::vector<TRectF> shown = ShownParts(canvas, origin, opacity);
+  const auto& children = ChildList();
+  const TCanvas::TState saved = canvas.SaveState();
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    TControl* c = children[i]->AsControl();
+    if (!c || shown[i].IsEmpty()) continue;
+    canvas.SetClipRect(shown[i]);
+    canvas.SetOffset(origin);
+    c->PaintTo(canvas, opacity);
+  }
+  canvas.RestoreState(saved);
+}
+
+bool TControl::HasBlurEffect() const {
+  return std::ranges::any_of(ChildList(), [](TFmxObject* o) {
+    const TBlurEffect* blur = o->AsBlurEffect();
+    return blur && blur->Enabled() && blur->Softness() > 0;
+  });
+}
+
+std::vector<TRectF> TControl::ShownParts(const TCanvas& canvas, TPointF origin, float opacity) const {
+  const auto& children = ChildList();
+  std::vector<TRectF> shown(children.size(), canvas.ClipRect());
+  // Below full opacity every layer shows through the ones above it.
+  if (opacity < 1 || shown.empty() || shown.front().IsEmpty()) return shown;
+  TCoveredArea area;
+  for (std::size_t i = children.size(); i-- > 0;) {
+    const TControl* c = children[i]->AsControl();
+    if (!c || !c->Visible() || c->HasBlurEffect()) continue;
+    const TPointF offset = c->OffsetInParent();
+    const float x = origin.X + offset.X, y = origin.Y + offset.Y;
+    if (c->PaintsInsideBounds()) shown[i] = shown[i].Intersect(area.Uncovered(c->LocalRect().Offset(x, y)));
+    if (c->Opacity() < 1) continue;
+    if (const TRectF opaque = c->OpaqueRect(); !opaque.IsEmpty()) area.Add(opaque.Offset(x, y));
+  }
+  return shown;
 }
 
 void TControl::PaintWithEffect(TCanvas& canvas, TPointF origin, float opacity, float softness) {

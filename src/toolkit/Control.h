@@ -201,6 +201,12 @@ class TControl : public TFmxObject {
   // Where the control stands in its parent for painting and hit testing; a control
   // whose on-screen place is not its position (the strip's tabs) answers its own.
   virtual TPointF OffsetInParent() const { return {FLeft, FTop}; }
+  // The part of the control, in its own coordinates, that it fills with opaque
+  // pixels when painted at full opacity: siblings beneath it need not paint there.
+  virtual TRectF OpaqueRect() const { return {}; }
+  // True when nothing the control paints, its children included, leaves its bounds;
+  // only such a control is cut to what its siblings above leave showing.
+  virtual bool PaintsInsideBounds() const { return false; }
   void ParentChanged() override;
   void ChildrenChanged() override;
   void DoAddObject(TFmxObject* object) override;
@@ -214,6 +220,10 @@ class TControl : public TFmxObject {
   // The hit test below a control whose absolute origin the caller already knows.
   TControl* ObjectAtPointFrom(TPointF absolutePoint, TPointF origin);
   void PaintChildren(TCanvas& canvas, TPointF origin, float opacity);
+  // For each child the absolute rectangle its paint is cut to; empty when nothing
+  // of it shows through the opaque siblings above it.
+  std::vector<TRectF> ShownParts(const TCanvas& canvas, TPointF origin, float opacity) const;
+  bool HasBlurEffect() const;
   void PaintWithEffect(TCanvas& canvas, TPointF origin, float opacity, float softness);
 
   TPosition FPosition{this};

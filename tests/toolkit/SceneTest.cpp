@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "ToolkitFixture.h"
 #include "toolkit/Form.h"
 #include "toolkit/Image.h"
@@ -164,6 +166,72 @@ TEST_F(ToolkitScene, ZOrderDecidesPaintOrder) {
   form.SortChildren([&](TFmxObject* a, TFmxObject*) { return a == blue; });
   EXPECT_EQ(form.ChildList().front(), blue);
   EXPECT_EQ(form.RenderToBitmap().PixelColor(1, 1), TAlphaColors::Red);
+}
+
+// A box that fills its bounds with one opaque colour and says so, or not, to
+// the painting of its siblings; it notes the clip each paint was given.
+class TOpaqueBox : public TControl {
+ public:
+  TOpaqueBox(TFmxObject* owner, TAlphaColor color, bool declares)
+      : TControl(owner), FColor(color), FDeclares(declares) {}
+  std::vector<TRectF> Clips;
+
+ protected:
+  void Paint(TCanvas& canvas, float opacity) override {
+    Clips.push_back(canvas.ClipRect());
+    canvas.FillRect(LocalRect(), FColor, opacity);
+  }
+  TRectF OpaqueRect() const override { return FDeclares ? LocalRect() : TRectF{}; }
+  bool PaintsInsideBounds() const override { return FDeclares; }
+
+ private:
+  TAlphaColor FColor;
+  bool FDeclares;
+};
+
+TEST_F(ToolkitScene, SiblingsCoveredByOpaqueOnesPaintOnlyWhatShows) {
+  // A stack as the strip makes it, the topmost last, at fractional places: each
+  // box a little left of the one beneath, one box apart on the right, and a
+  // narrow one wholly under the stack.
+  const float lefts[] = {14.3f, 12.7f, 10.5f, 7.2f, 33.6f};
+  const float widths[] = {8, 20, 20, 20, 20};
+  const TAlphaColor colors[] = {TAlphaColors::Red, 0xFF00FF00, TAlphaColors::Blue, 0xFF808080,
+                                TAlphaColors::Black};
+  auto build = [&](TForm& form, bool declares) {
+    form.SetBounds(0, 0, 60, 10);
+    form.Fill.Color = TAlphaColors::White;
+    auto* row = Place<TLayout>(form, 0, 0, 60, 10);
+    std::vector<TOpaqueBox*> boxes;
+    for (int i = 0; i < 5; ++i) {
+      boxes.push_back(new TOpaqueBox(row, colors[i], declares));
+      boxes.back()->SetBounds(lefts[i], 1, widths[i], 8);
+      row->AddObject(boxes.back());
+    }
+    return boxes;
+  };
+  TForm culled, plain;
+  std::vector<TOpaqueBox*> boxes = build(culled, true), plainBoxes = build(plain, false);
+  auto expectSamePixels = [&] {
+    const TBitmap& expected = plain.RenderToBitmap();
+    const TBitmap& got = culled.RenderToBitmap();
+    for (int y = 0; y < 10; ++y)
+      for (int x = 0; x < 60; ++x)
+        ASSERT_EQ(got.PixelColor(x, y), expected.PixelColor(x, y)) << x << "," << y;
+  };
+  expectSamePixels();
+  EXPECT_TRUE(boxes[0]->Clips.empty());
+  // The green box shows only right of the blue one: pixels 30 to 32.
+  ASSERT_EQ(boxes[1]->Clips.size(), 1u);
+  EXPECT_EQ(boxes[1]->Clips[0].Left, 30);
+  EXPECT_EQ(boxes[1]->Clips[0].Right, 33);
+
+  // Half see-through boxes cover nothing.
+  for (int i = 1; i <= 3; ++i) {
+    boxes[i]->SetOpacity(0.5f);
+    plainBoxes[i]->SetOpacity(0.5f);
+  }
+  expectSamePixels();
+  EXPECT_FALSE(boxes[0]->Clips.empty());
 }
 
 TEST_F(ToolkitScene, RepaintMarksTheFormDirty) {
